@@ -1,0 +1,18 @@
+#ifndef TAVRIN_TAVRIN_H
+#define TAVRIN_TAVRIN_H
+
+// Everything Tavrin offers a host: the records, the primitives, the analytics objects
+// and their registry.
+
+#include <Tavrin/TavrinTypes.h>
+#include <Tavrin/KemoMutex.h>
+#include <Tavrin/KemoGuard.h>
+
+#include <Tavrin/GraphMeta.h>
+#include <Tavrin/Point.h>
+#include <Tavrin/Circle.h>
+
+#include <Tavrin/VcaObject.h>
+#include <Tavrin/VcaObjectContainer.h>
+
+#endif  // TAVRIN_TAVRIN_H

@@ -1,0 +1,21 @@
+#!/usr/bin/env bash
+# Builds Tavrin and runs every test: installs the Debian packages it needs, configures,
+# builds with -j2, runs CTest, then installs into a temporary prefix and builds the
+# consumer project against it with find_package(Tavrin) and with pkg-config.
+set -euo pipefail
+root=$(cd "$(dirname "$0")/.." && pwd)
+build=${TAVRIN_BUILD_DIR:-$root/build}
+jobs=${TAVRIN_JOBS:-2}
+
+"$root/scripts/install-deps.sh"
+
+cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo
+cmake --build "$build" -j "$jobs"
+ctest --test-dir "$build" --output-on-failure -j "$jobs"
+
+prefix=$(mktemp -d)
+consumer=$(mktemp -d)
+trap 'rm -rf "$prefix" "$consumer"' EXIT
+cmake --install "$build" --prefix "$prefix" >/dev/null
+"$root/tests/consumer/build-consumer.sh" "$prefix" "$consumer"
+echo "consumer: built and ran against the installed package"

@@ -1,0 +1,77 @@
+#ifndef TAVRIN_GEOMETRY_PIXELMATH_H
+#define TAVRIN_GEOMETRY_PIXELMATH_H
+
+// Conversions between normalised picture coordinates and view pixels, and the finite
+// checks every edit makes. Knows no OpenGL.
+
+#include <Tavrin/TavrinTypes.h>
+
+#include <cmath>
+#include <climits>
+
+namespace Tavrin {
+namespace geometry {
+
+/// Truncates towards zero like a plain cast for every value a cast can represent; a NaN
+/// gives 0 and values beyond the int range saturate, so no input is undefined.
+inline int truncToInt(double v)
+{
+    if (!(v == v)) {
+        return 0;
+    }
+    if (v >= 2147483647.0) {
+        return INT_MAX;
+    }
+    if (v <= -2147483648.0) {
+        return INT_MIN;
+    }
+    return static_cast<int>(v);
+}
+
+/// As `truncToInt`, for unsigned results: negative values and NaN give 0.
+inline unsigned int truncToUnsigned(double v)
+{
+    if (!(v > 0.0)) {
+        return 0u;
+    }
+    if (v >= 4294967295.0) {
+        return UINT_MAX;
+    }
+    return static_cast<unsigned int>(v);
+}
+
+inline bool isFinite(float v) { return std::isfinite(v); }
+inline bool isFinite(const tagTAVRIN_POINT& p) { return std::isfinite(p.x) && std::isfinite(p.y); }
+
+/// True when every one of the first `count` points is finite.
+inline bool allFinite(const tagTAVRIN_POINT* points, unsigned int count)
+{
+    for (unsigned int i = 0; i < count; ++i) {
+        if (!isFinite(points[i])) {
+            return false;
+        }
+    }
+    return true;
+}
+
+/// True when (x, y) lies in the picture, edges included. False for NaN.
+inline bool insidePicture(float x, float y)
+{
+    return x >= 0.0f && x <= 1.0f && y >= 0.0f && y <= 1.0f;
+}
+
+/// The drag vector to - from; false when it is not finite (such a drag is refused).
+inline bool dragDelta(const tagTAVRIN_POINT& from, const tagTAVRIN_POINT& to, float& dx, float& dy)
+{
+    dx = to.x - from.x;
+    dy = to.y - from.y;
+    return std::isfinite(dx) && std::isfinite(dy);
+}
+
+/// A view whose pixel conversions are finite: both sides positive.
+inline bool hasViewSize(int width, int height) { return width > 0 && height > 0; }
+
+}  // namespace geometry
+}  // namespace Tavrin
+
+#endif  // TAVRIN_GEOMETRY_PIXELMATH_H

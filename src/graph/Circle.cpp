@@ -1,0 +1,79 @@
+#include <Tavrin/Circle.h>
+
+#include "geometry/PixelMath.h"
+#include "graph/GlRender.h"
+
+#include <cmath>
+
+namespace Tavrin {
+
+namespace {
+
+const int kDiscVertices = 1024;
+const float kDiscStep = 0.0061359233f;  // 2 pi / 1024 as a single-precision constant
+
+}  // namespace
+
+Circle::Circle() : m_radius(0.0f) {}
+
+Circle::Circle(const tagTAVRIN_POINT* p, unsigned int /*count*/) : Point(p), m_radius(0.0f) {}
+
+Circle::~Circle() = default;
+
+bool Circle::IsNearPoint(Point& p)
+{
+    const float w = static_cast<float>(m_wndWidth);
+    const float h = static_cast<float>(m_wndHeight);
+    const float dx = m_point.x - p.Rx();
+    const float dy = m_point.y - p.Ry();
+    const float d = std::sqrt((dx * w) * (dx * w) + (dy * h) * (dy * h));
+    return m_radius * w > d;
+}
+
+bool Circle::Move(tagTAVRIN_POINT& from, tagTAVRIN_POINT& to) { return Point::Move(from, to); }
+
+bool Circle::CheckSelected(Point& p)
+{
+    if (IsNull()) {
+        return false;
+    }
+    return IsNearPoint(p);
+}
+
+void Circle::SetRadius(unsigned int pixels)
+{
+    if (m_wndWidth <= 0) {
+        return;
+    }
+    m_radius = static_cast<float>(pixels) / static_cast<float>(m_wndWidth);
+}
+
+unsigned int Circle::Radius()
+{
+    return geometry::truncToUnsigned(m_radius * static_cast<float>(m_wndWidth));
+}
+
+void Circle::Draw(void* context, int width, int height, bool flag)
+{
+    Point::Draw(context, width, height, flag);
+    if (!geometry::hasViewSize(m_wndWidth, m_wndHeight)) {
+        return;
+    }
+    gl::RenderScope scope(gl::Smoothing::Polygon);
+    gl::setColor(markerColor(), 200);
+    // The radius terms are not doubled like the centre: on screen the disc's radius is
+    // half the hit-test radius, and W/H keeps it round in pixels.
+    const float rx = m_radius;
+    const float ry = m_radius * static_cast<float>(m_wndWidth) / static_cast<float>(m_wndHeight);
+    const float cx = 2.0f * m_point.x;
+    const float cy = 2.0f * (1.0f - m_point.y);
+    glBegin(GL_POLYGON);
+    for (int i = 0; i < kDiscVertices; ++i) {
+        const float a = static_cast<float>(i) * kDiscStep;
+        glVertex2f(rx * std::cos(a) + cx, ry * std::sin(a) + cy);
+    }
+    glEnd();
+    gl::setColor(markerColor(), 255);
+}
+
+}  // namespace Tavrin

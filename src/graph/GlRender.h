@@ -1,0 +1,62 @@
+#ifndef TAVRIN_GRAPH_GLRENDER_H
+#define TAVRIN_GRAPH_GLRENDER_H
+
+// The OpenGL side of every primitive's drawing: the common enter/leave of render state,
+// the one mapping from normalised picture points to GL vertices, colours and the
+// emitters that turn point lists into glBegin/glEnd batches. Calls the gl* entry points
+// directly, so whatever context (or recording stub) provides them receives the calls.
+
+#include <Tavrin/TavrinTypes.h>
+
+#include <GL/gl.h>
+
+#include <cstddef>
+
+namespace Tavrin {
+namespace gl {
+
+/// The smoothing capabilities a primitive enables, in its enabling order.
+enum class Smoothing {
+    Point,            ///< GL_POINT_SMOOTH
+    Line,             ///< GL_LINE_SMOOTH
+    Polygon,          ///< GL_POLYGON_SMOOTH, then GL_LINE_SMOOTH
+    LineThenPolygon,  ///< GL_LINE_SMOOTH, then GL_POLYGON_SMOOTH (the block arrow)
+};
+
+/// Enters the drawing state of one `DrawByOpenGL`: identity, translate(-1, -1, 0),
+/// perspective hint, alpha blending, smoothing. Leaves it on destruction: opaque white,
+/// blending and smoothing disabled (polygon before line), identity.
+class RenderScope {
+public:
+    explicit RenderScope(Smoothing smoothing);
+    ~RenderScope();
+    RenderScope(const RenderScope&) = delete;
+    RenderScope& operator=(const RenderScope&) = delete;
+
+private:
+    Smoothing m_smoothing;
+};
+
+/// glColor4ub of a 0xRRGGBB colour with the given alpha.
+void setColor(unsigned int rgb, unsigned char alpha);
+
+/// A normalised picture point as glVertex2f(2x, 2(1 - y)) (after the scope's translate).
+void vertex(const tagTAVRIN_POINT& p);
+void vertex(float x, float y);
+
+/// One glBegin(mode) ... glEnd() batch of the given points.
+void emit(GLenum mode, const tagTAVRIN_POINT* points, std::size_t count);
+/// One GL_LINES batch of the segment a-b.
+void emitSegment(const tagTAVRIN_POINT& a, const tagTAVRIN_POINT& b);
+
+/// The "A"/"B" side marks: one display list reserved, the raster position at each mark
+/// with one list call per character, the list freed.
+void drawSideMarks(const tagTAVRIN_POINT& markA, const tagTAVRIN_POINT& markB);
+/// A label's text anchored at `corner`: raster position, one display list reserved and
+/// freed.
+void drawLabelText(const tagTAVRIN_POINT& corner, const char* text);
+
+}  // namespace gl
+}  // namespace Tavrin
+
+#endif  // TAVRIN_GRAPH_GLRENDER_H

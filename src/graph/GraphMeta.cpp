@@ -1,0 +1,109 @@
+#include <Tavrin/GraphMeta.h>
+#include <Tavrin/Point.h>
+
+#include "geometry/PixelMath.h"
+#include "geometry/PolygonGeometry.h"
+
+namespace Tavrin {
+
+GraphMeta::GraphMeta()
+    : m_objStatus(TAVRIN_OBJ_STATUS_NORMAL),
+      m_wndWidth(0),
+      m_wndHeight(0),
+      m_colors{0xd90db0u, 0x285ea6u, 0xffc000u, 0xf47f4cu},
+      m_selPointIndex(0),
+      m_viewTransparent(true),
+      m_viewOpaque(false),
+      m_closed(true),
+      m_lineWidth(2.0f),
+      m_suptPolygonMoveRightOut(false)
+{
+}
+
+GraphMeta::~GraphMeta() = default;
+
+tagTAVRIN_OBJ_STATUS GraphMeta::GetObjStatus() { return m_objStatus; }
+
+void GraphMeta::SetObjStatus(tagTAVRIN_OBJ_STATUS status) { m_objStatus = status; }
+
+void GraphMeta::SetSelPointIndex(unsigned int index) { m_selPointIndex = index; }
+
+unsigned int GraphMeta::GetSelPointIndex() { return m_selPointIndex; }
+
+void GraphMeta::SetColors(unsigned int c0, unsigned int c1, unsigned int c2, unsigned int c3)
+{
+    m_colors[0] = c0;
+    m_colors[1] = c1;
+    m_colors[2] = c2;
+    m_colors[3] = c3;
+}
+
+void GraphMeta::SetWndSize(int width, int height)
+{
+    m_wndWidth = width;
+    m_wndHeight = height;
+}
+
+void GraphMeta::SetViewTransparent(bool on) { m_viewTransparent = on; }
+
+void GraphMeta::SetClosed(bool closed) { m_closed = closed; }
+
+void GraphMeta::SetViewOpaque(bool on) { m_viewOpaque = on; }
+
+bool GraphMeta::GetClosed() { return m_closed; }
+
+void GraphMeta::SetLineWidth(float width)
+{
+    if (geometry::isFinite(width)) {
+        m_lineWidth = width;
+    }
+}
+
+void GraphMeta::SetSuptPolygonMoveRightOut(bool on) { m_suptPolygonMoveRightOut = on; }
+
+unsigned int GraphMeta::outlineColor() const
+{
+    return isSelectedOrHighlighted() ? m_colors[1] : m_colors[0];
+}
+
+void GraphMeta::drawHandle(const tagTAVRIN_POINT& at, bool active)
+{
+    Point handle(&at);
+    handle.SetColors(m_colors[0], m_colors[1], m_colors[2], m_colors[3]);
+    handle.SetObjStatus(active ? TAVRIN_OBJ_STATUS_SELECTED : TAVRIN_OBJ_STATUS_HIGHLIGHTED);
+    handle.Draw(nullptr, m_wndWidth, m_wndHeight, true);
+}
+
+bool GraphMeta::CheckLineCrossDetect(tagTAVRIN_POINT a, tagTAVRIN_POINT b, tagTAVRIN_POINT c,
+                                     tagTAVRIN_POINT d)
+{
+    return geometry::segmentsCross(a, b, c, d);
+}
+
+bool GraphMeta::CheckPolygon(tagTAVRIN_POLYGON polygon) { return geometry::polygonIsValid(polygon); }
+
+int GraphMeta::SplitPolygon(tagTAVRIN_POLYGON polygon, std::list<tagTAVRIN_TRIANGLE_>* triangles)
+{
+    try {
+        return geometry::splitPolygon(polygon, triangles);
+    } catch (...) {
+        return -1;
+    }
+}
+
+int GraphMeta::GetRemainPolygon(tagTAVRIN_POLYGON polygon, int index, tagTAVRIN_POLYGON* remain)
+{
+    return geometry::remainPolygon(polygon, index, remain);
+}
+
+int GraphMeta::TrangleArea(tagTAVRIN_TRIANGLE_ triangle, double* area)
+{
+    return geometry::triangleArea(triangle, area);
+}
+
+int GraphMeta::PolygonArea(tagTAVRIN_POLYGON polygon, double* area)
+{
+    return geometry::polygonArea(polygon, area);
+}
+
+}  // namespace Tavrin

@@ -1,0 +1,71 @@
+#ifndef TAVRIN_TESTS_GLTEST_H
+#define TAVRIN_TESTS_GLTEST_H
+
+// Shared helpers for tests that draw: a fixture that clears the recording GL, point
+// builders and the checks every drawing test makes.
+
+#include "support/RecordingGl.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+inline tagTAVRIN_POINT pt(float x, float y) { return tagTAVRIN_POINT{x, y}; }
+
+/// Fixture for drawing tests: the recording GL starts empty.
+class GlTest : public ::testing::Test {
+protected:
+    void SetUp() override { rec::gl().reset(); }
+    rec::Recorder& recorded() { return rec::gl(); }
+};
+
+/// Every Draw leaves blending and smoothing off, the colour opaque white, the identity.
+#define EXPECT_GL_STATE_CLEAN() \
+    EXPECT_TRUE(rec::gl().stateIsClean()) << rec::gl().stateReport()
+
+#define EXPECT_POINT_NEAR(actual, ex, ey, tol)            \
+    do {                                                  \
+        const tagTAVRIN_POINT tavrin_p_ = (actual);       \
+        EXPECT_NEAR(tavrin_p_.x, (ex), (tol)) << "x";     \
+        EXPECT_NEAR(tavrin_p_.y, (ey), (tol)) << "y";     \
+    } while (0)
+
+/// The set-up calls every DrawByOpenGL starts with, for the given smoothing caps in order.
+inline std::vector<std::string> enterCalls(const std::vector<std::string>& smoothing)
+{
+    std::vector<std::string> calls = {
+        "glLoadIdentity()",
+        "glTranslatef(-1,-1,0)",
+        "glHint(GL_PERSPECTIVE_CORRECTION_HINT,GL_NICEST)",
+        "glEnable(GL_BLEND)",
+        "glBlendFunc(GL_SRC_ALPHA,GL_ONE_MINUS_SRC_ALPHA)",
+    };
+    for (const std::string& cap : smoothing) {
+        calls.push_back("glEnable(" + cap + ")");
+    }
+    return calls;
+}
+
+/// The restore calls every DrawByOpenGL ends with.
+inline std::vector<std::string> leaveCalls(const std::vector<std::string>& smoothing)
+{
+    std::vector<std::string> calls = {"glColor4ub(255,255,255,255)", "glDisable(GL_BLEND)"};
+    for (const std::string& cap : smoothing) {
+        calls.push_back("glDisable(" + cap + ")");
+    }
+    calls.push_back("glLoadIdentity()");
+    return calls;
+}
+
+/// Concatenates call lists, for building expected sequences.
+inline std::vector<std::string> concat(std::initializer_list<std::vector<std::string>> parts)
+{
+    std::vector<std::string> out;
+    for (const auto& part : parts) {
+        out.insert(out.end(), part.begin(), part.end());
+    }
+    return out;
+}
+
+#endif  // TAVRIN_TESTS_GLTEST_H
