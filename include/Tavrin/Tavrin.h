@@ -11,8 +11,19 @@
 #include <Tavrin/GraphMeta.h>
 #include <Tavrin/Point.h>
 #include <Tavrin/Circle.h>
+#include <Tavrin/Polygon.h>
+#include <Tavrin/Rectangle.h>
+#include <Tavrin/Square.h>
+#include <Tavrin/Label.h>
+#include <Tavrin/Line.h>
+#include <Tavrin/Arrow.h>
+#include <Tavrin/BrokenLine.h>
 
 #include <Tavrin/VcaObject.h>
 #include <Tavrin/VcaObjectContainer.h>
+
+// Analytics rules.
+
+// Calibration figures.
 
 #endif  // TAVRIN_TAVRIN_H

@@ -1,0 +1,118 @@
+#ifndef TAVRIN_LINE_H
+#define TAVRIN_LINE_H
+
+#include <Tavrin/GraphMeta.h>
+#include <Tavrin/Point.h>
+
+namespace Tavrin {
+
+/// A segment between two normalised end points: tripwire, traffic line, lane border,
+/// calibration ruler or people-counting line.
+///
+/// Besides its end points it carries a line type (plain or the arrow-bar figure), a
+/// crossing direction with two arrow points, the traverse-plane look, and the
+/// people-counting calibration data. End points are numbered 1 and 2 for selection.
+/// Segments are hit-tested in view pixels; end points within 0.02 (normalised).
+class TAVRIN_API Line : public GraphMeta {
+public:
+    Line();
+    /// Takes two points when `points` is not null and `count` is at most 2.
+    Line(tagTAVRIN_POINT* points, unsigned int count);
+    Line(const Line& other) = default;
+    ~Line() override;
+
+    /// True when both end points are (0, 0).
+    bool IsNull() override;
+    /// Stores the view size; draws the traverse plane when that flag is set, otherwise
+    /// the line.
+    void Draw(void* context, int width, int height, bool flag) override;
+
+    /// Copies exactly two points, whatever the count; false for a null array, a count
+    /// above 2 or a non-finite coordinate.
+    virtual bool SetPoints(tagTAVRIN_POINT* points, unsigned int count);
+    /// Writes the two end points and a count of 2.
+    virtual bool GetPoints(tagTAVRIN_POINT* points, unsigned int* count);
+    /// Drags both end points (and the arrow points, unchecked) by (to - from); ignored
+    /// whole when an end point would leave the picture or the drag is not finite.
+    virtual void Move(tagTAVRIN_POINT& from, tagTAVRIN_POINT& to);
+    /// Drags the selected end point; keeps the calibration segment on the line.
+    virtual void MovePoint(tagTAVRIN_POINT& from, tagTAVRIN_POINT& to);
+    /// False when null; otherwise the segment hit test.
+    virtual bool CheckSelected(Point& p);
+    /// 0 none, 1 p1, 2 p2 (tested after p1, so it wins when both are near).
+    virtual unsigned int CheckPointSelected(tagTAVRIN_POINT& p);
+    virtual void SetLineType(tagTAVRIN_LINE_TYPE type);
+    virtual tagTAVRIN_LINE_TYPE GetLineType();
+    /// Whether a selected line draws its end points as vertex markers.
+    virtual void SetShowPoint(bool show);
+    /// Copies only the two end points of `other` (read through its GetPoints).
+    virtual void operator=(Line& other);
+
+    /// Segment hit test in view pixels: the pixel box with an 8-pixel margin on p2's
+    /// side, then |d1 + d2 - d3| at most one pixel.
+    bool IsNearPoint(Point& p);
+    Point p1() const;
+    Point p2() const;
+    void setP1(Point p);
+    void setP2(Point p);
+    void SetArrowDirection(TAVRIN_ARROW_TYPE direction);
+    TAVRIN_ARROW_TYPE GetArrowDirection();
+    void SetIsTraversePlane(bool on);
+    void SetVcaPDCLineCali(bool on);
+    void SetVcaPDCLineOrRect(bool lineMode);
+    void SetVcaPDCCaliShoulderLine(bool on);
+    bool SetArrowPoints(tagTAVRIN_POINT& start, tagTAVRIN_POINT& end);
+    bool GetArrowPoints(tagTAVRIN_POINT* start, tagTAVRIN_POINT* end);
+    /// Euclidean distance in normalised units, single precision.
+    float GetPointLength(tagTAVRIN_POINT& a, tagTAVRIN_POINT& b);
+
+    // Drawing.
+    void DrawByOpenGL(void* context);
+    void DrawByGdi(void* context);
+    /// The arrow-bar figure from a to b: outline, "A"/"B" marks and translucent fill.
+    void DrawArrowByOpenGL(void* context, tagTAVRIN_POINT& a, tagTAVRIN_POINT& b);
+    /// The arrow-bar outline in the line's local frame (x along the line from 0 to
+    /// `length`); `count` is the buffer's capacity in and the points written out.
+    void GetArrowPoint(float length, tagTAVRIN_POINT* points, int& count, tagTAVRIN_POINT& markA,
+                       tagTAVRIN_POINT& markB);
+    /// Re-anchors the arrow points at the line's middle, perpendicular, length 0.1, and
+    /// draws the people-counting direction arrow.
+    void DrawDirectionArrow();
+    /// The eight corners of the block arrow from a to b (normalised) into `out`; draws
+    /// nothing. `out` is left untouched when a and b fall on the same pixel.
+    void DrawArrow(tagTAVRIN_POINT& a, tagTAVRIN_POINT& b, tagTAVRIN_POINT* out);
+    /// The traverse-plane look: a 3-pixel plane with block arrows and side marks.
+    void DrawForTraversePlane(void* context);
+
+    // People-counting calibration.
+    bool SetPDCCaliPoints(tagTAVRIN_POINT* points, unsigned int count);
+    bool GetPDCCaliPoints(tagTAVRIN_POINT* points, unsigned int* count);
+    /// Copies sixteen target-width values (normalised lengths along the line).
+    bool SetTargetWidthLine(float* values);
+    void SetSelCaliPointIndex(unsigned int index);
+    void GetCaliPoints(tagTAVRIN_POINT* in, tagTAVRIN_POINT* out);
+    void GetDrawCaliLine(tagTAVRIN_POINT* at, tagTAVRIN_LINE* out);
+    void DrawTargetWidthLine();
+    bool IsNearCaliPoint(Point& p);
+    unsigned int CheckCaliPointSelected(tagTAVRIN_POINT& p);
+    bool MoveCaliPoints(tagTAVRIN_POINT& from, tagTAVRIN_POINT& to);
+
+protected:
+    tagTAVRIN_POINT m_points[2];
+    tagTAVRIN_LINE_TYPE m_lineType;
+    TAVRIN_ARROW_TYPE m_arrowType;
+    tagTAVRIN_POINT m_arrowPoints[2];
+    tagTAVRIN_POINT m_caliPoints[10];
+    float m_targetWidthLine[16];
+    tagTAVRIN_POINT m_caliLine[2];
+    bool m_showPoint;
+    bool m_isTraversePlane;
+    bool m_pdcLineCali;
+    bool m_pdcLineOrRect;
+    bool m_pdcCaliShoulderLine;
+    unsigned int m_selCaliPointIndex;
+};
+
+}  // namespace Tavrin
+
+#endif  // TAVRIN_LINE_H
