@@ -1,7 +1,10 @@
 #include "support/GlTest.h"
 #include "support/PolygonBuilders.h"
+#include "support/VirtualSlot.h"
 
+#include <Tavrin/Label.h>
 #include <Tavrin/Rectangle.h>
+#include <Tavrin/Square.h>
 
 #include <limits>
 
@@ -181,4 +184,33 @@ TEST_F(RectangleDraw, DrawsAsAPolygon)
     EXPECT_EQ(recorded().batches[0].mode, static_cast<GLenum>(GL_LINE_LOOP));
     EXPECT_EQ(recorded().batches[1].color, rec::rgba(0xd90db0, 40));
     EXPECT_GL_STATE_CLEAN();
+}
+
+TEST(PolygonFamilySlots, PolygonOperationsFollowTheBaseAndSetDiagonalComesLast)
+{
+#if TAVRIN_TESTS_HAVE_SLOTS
+    using Tavrin::Label;
+    using Tavrin::Polygon;
+    using Tavrin::Square;
+    // Slots 0 and 1 hold the destructor.
+    EXPECT_EQ(slotOf(&Polygon::IsNull), 2);
+    EXPECT_EQ(slotOf(&Polygon::Draw), 8);
+    EXPECT_EQ(slotOf(&Polygon::SetSuptPolygonMoveRightOut), 15);
+    EXPECT_EQ(slotOf(&Polygon::SetPoints), 16);
+    EXPECT_EQ(slotOf(&Polygon::GetPoints), 17);
+    EXPECT_EQ(slotOf(&Polygon::Move), 18);
+    EXPECT_EQ(slotOf(&Polygon::MovePoint), 19);
+    EXPECT_EQ(slotOf(&Polygon::CheckSelected), 20);
+    EXPECT_EQ(slotOf(&Polygon::CheckPointSelected), 21);
+    EXPECT_EQ(slotOf(static_cast<void (Polygon::*)(Polygon&)>(&Polygon::operator=)), 22);
+    EXPECT_EQ(slotOf(&Polygon::IsNearPoint), -1);
+    EXPECT_EQ(slotOf(&Rectangle::SetPoints), 16);
+    EXPECT_EQ(slotOf(&Rectangle::MovePoint), 19);
+    EXPECT_EQ(slotOf(&Rectangle::SetDiagonal), 23);
+    EXPECT_EQ(slotOf(&Square::MovePoint), 19);
+    EXPECT_EQ(slotOf(&Square::SetDiagonal), 23);
+    EXPECT_EQ(slotOf(&Label::Draw), 8);
+#else
+    GTEST_SKIP() << "member pointer layout not known on this target";
+#endif
 }
