@@ -22,7 +22,7 @@ QString shown(const QJsonValue& value)
     case QJsonValue::Bool:
         return value.toBool() ? QStringLiteral("true") : QStringLiteral("false");
     case QJsonValue::Array:
-        return QStringLiteral("an array");
+        return QStringLiteral("an array of %1").arg(value.toArray().size());
     case QJsonValue::Object:
         return QStringLiteral("an object");
     default:

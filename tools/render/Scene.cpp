@@ -149,6 +149,9 @@ VcaObject* buildFigure(const QJsonValue& value, int index, const QSize& view)
 
 Scene parseScene(const QByteArray& json, const QString& baseDir, const std::optional<QSize>& size)
 {
+    if (json.trimmed().isEmpty()) {
+        throw SceneError(QString(), QStringLiteral("empty file, not a scene"));
+    }
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(json, &error);
     if (error.error != QJsonParseError::NoError) {
