@@ -13,10 +13,17 @@ namespace Tavrin {
 /// crossing direction with two arrow points, the traverse-plane look, and the
 /// people-counting calibration data. End points are numbered 1 and 2 for selection.
 /// Segments are hit-tested in view pixels; end points within 0.02 (normalised).
+///
+/// Without a view (a width or height of 0 or less) nothing sized in pixels exists: the
+/// segment hit tests miss, and drawing skips the arrow-bar figure, the traverse plane,
+/// the direction arrow and the calibration figures, while the plain segment and the end
+/// point markers are still drawn. A zero-length line has no direction: it draws no
+/// arrow-bar figure. Points that do not map to a finite GL vertex are never emitted.
 class TAVRIN_API Line : public GraphMeta {
 public:
     Line();
-    /// Takes two points when `points` is not null and `count` is at most 2.
+    /// Takes two points when `points` is not null, `count` is at most 2 and both are
+    /// finite; otherwise the line stays at (0, 0), (0, 0).
     Line(tagTAVRIN_POINT* points, unsigned int count);
     Line(const Line& other) = default;
     ~Line() override;
@@ -35,7 +42,10 @@ public:
     /// Drags both end points (and the arrow points, unchecked) by (to - from); ignored
     /// whole when an end point would leave the picture or the drag is not finite.
     virtual void Move(tagTAVRIN_POINT& from, tagTAVRIN_POINT& to);
-    /// Drags the selected end point; keeps the calibration segment on the line.
+    /// Drags the selected end point (index 1 or 2; any other index does nothing); ignored
+    /// when it would leave the picture or the drag is not finite. Afterwards a
+    /// calibration segment longer than the line by more than 0.001 is reset to the end
+    /// points, leftmost first.
     virtual void MovePoint(tagTAVRIN_POINT& from, tagTAVRIN_POINT& to);
     /// False when null; otherwise the segment hit test.
     virtual bool CheckSelected(Point& p);
@@ -49,10 +59,11 @@ public:
     virtual void operator=(Line& other);
 
     /// Segment hit test in view pixels: the pixel box with an 8-pixel margin on p2's
-    /// side, then |d1 + d2 - d3| at most one pixel.
+    /// side, then |d1 + d2 - d3| at most one pixel. False without a view.
     bool IsNearPoint(Point& p);
     Point p1() const;
     Point p2() const;
+    /// Copy the point's coordinates into the end point; a non-finite point is ignored.
     void setP1(Point p);
     void setP2(Point p);
     void SetArrowDirection(TAVRIN_ARROW_TYPE direction);
@@ -61,6 +72,7 @@ public:
     void SetVcaPDCLineCali(bool on);
     void SetVcaPDCLineOrRect(bool lineMode);
     void SetVcaPDCCaliShoulderLine(bool on);
+    /// Stores the two arrow points; false (nothing stored) when one is not finite.
     bool SetArrowPoints(tagTAVRIN_POINT& start, tagTAVRIN_POINT& end);
     bool GetArrowPoints(tagTAVRIN_POINT* start, tagTAVRIN_POINT* end);
     /// Euclidean distance in normalised units, single precision.
@@ -85,9 +97,14 @@ public:
     void DrawForTraversePlane(void* context);
 
     // People-counting calibration.
+
+    /// Copies two points (whatever the count) into the calibration segment; false for a
+    /// null array, a count above 2 or a non-finite point.
     bool SetPDCCaliPoints(tagTAVRIN_POINT* points, unsigned int count);
+    /// Writes the calibration segment and a count of 2; false for a null pointer.
     bool GetPDCCaliPoints(tagTAVRIN_POINT* points, unsigned int* count);
-    /// Copies sixteen target-width values (normalised lengths along the line).
+    /// Copies sixteen target-width values (normalised lengths along the line); false
+    /// (nothing copied) for a null array or a non-finite value.
     bool SetTargetWidthLine(float* values);
     void SetSelCaliPointIndex(unsigned int index);
     void GetCaliPoints(tagTAVRIN_POINT* in, tagTAVRIN_POINT* out);
@@ -98,6 +115,13 @@ public:
     bool MoveCaliPoints(tagTAVRIN_POINT& from, tagTAVRIN_POINT& to);
 
 protected:
+    /// Resets the calibration segment to the end points, leftmost first, when it is
+    /// longer than the line by more than 0.001 (normalised).
+    void keepCaliSegmentOnLine();
+    /// In status 1 with the show-point flag: a handle on each end point, active for the
+    /// selected one.
+    void drawEndPointMarkers();
+
     tagTAVRIN_POINT m_points[2];
     tagTAVRIN_LINE_TYPE m_lineType;
     TAVRIN_ARROW_TYPE m_arrowType;
