@@ -106,7 +106,8 @@ public:
     /// view, or when a and b fall on the same pixel.
     void DrawArrow(tagTAVRIN_POINT& a, tagTAVRIN_POINT& b, tagTAVRIN_POINT* out);
     /// The traverse-plane look: a 3-pixel plane with block arrows and side marks, then
-    /// the end-point markers. Without a view only the state calls and markers remain.
+    /// the end-point markers. Coincident end points draw like a horizontal line. Without
+    /// a view only the state calls and markers remain.
     void DrawForTraversePlane(void* context);
 
     // People-counting calibration.

@@ -373,3 +373,43 @@ TEST_F(LineDraw, ArrowPrimitiveIsOneBlockArrowLoop)
     Arrow refused(points, 3);
     EXPECT_TRUE(refused.IsNull());
 }
+
+TEST_F(LineDraw, ExtremeInputsEmitOnlyFiniteVertices)
+{
+    const tagTAVRIN_POINT ends[][2] = {{pt(-3e38f, 0.5f), pt(3e38f, 0.5f)},
+                                       {pt(0.2f, -3e38f), pt(0.2005f, 3e38f)},
+                                       {pt(1e30f, 1e30f), pt(1e30f, 1e30f)},
+                                       {pt(0.5f, 0.5f), pt(0.5f, 0.5f)}};
+    const std::pair<int, int> views[] = {{1, 2147483647}, {2147483647, 1}, {0, 0}, {-5, 7}};
+    for (const auto& e : ends) {
+        for (const auto& view : views) {
+            for (int look = 0; look < 3; ++look) {
+                rec::gl().reset();
+                Line line = lineOf(e[0], e[1]);
+                line.SetLineType(TAVRIN_LINE_ARROW);
+                line.SetArrowDirection(TAVRIN_ARROW_BOTH);
+                line.SetIsTraversePlane(look == 1);
+                line.SetVcaPDCLineOrRect(look == 2);
+                line.SetVcaPDCLineCali(true);
+                line.SetVcaPDCCaliShoulderLine(true);
+                float widths[16] = {0.1f, 1e38f, -1e38f};
+                line.SetTargetWidthLine(widths);
+                line.SetObjStatus(TAVRIN_OBJ_STATUS_SELECTED);
+                line.Draw(nullptr, view.first, view.second, true);
+                for (const rec::Batch& batch : recorded().batches) {
+                    for (const tagTAVRIN_POINT& v : batch.vertices) {
+                        EXPECT_TRUE(std::isfinite(v.x) && std::isfinite(v.y));
+                    }
+                }
+                for (const rec::RasterText& text : recorded().texts) {
+                    EXPECT_TRUE(std::isfinite(text.position.x) && std::isfinite(text.position.y));
+                }
+                EXPECT_GL_STATE_CLEAN();
+                tagTAVRIN_POINT cursor = pt(0.5f, 0.5f);
+                line.CheckCaliPointSelected(cursor);
+                line.SetSelCaliPointIndex(2);
+                line.MoveCaliPoints(cursor, cursor);
+            }
+        }
+    }
+}
