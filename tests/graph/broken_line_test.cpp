@@ -1,5 +1,7 @@
 #include "support/GlTest.h"
+#include "support/VirtualSlot.h"
 
+#include <Tavrin/Arrow.h>
 #include <Tavrin/BrokenLine.h>
 
 #include <algorithm>
@@ -199,4 +201,31 @@ TEST_F(BrokenLineDraw, TraversePlaneFlagReachesEverySegment)
     EXPECT_EQ(loops[0].vertices.size(), 4u);
     EXPECT_EQ(loops[1].vertices.size(), 8u);
     EXPECT_GL_STATE_CLEAN();
+}
+
+TEST(LineFamilySlots, VirtualOperationsKeepTheirOrder)
+{
+#if TAVRIN_TESTS_HAVE_SLOTS
+    using Tavrin::Arrow;
+    using Tavrin::Line;
+    EXPECT_EQ(slotOf(&Line::IsNull), 2);
+    EXPECT_EQ(slotOf(&Line::Draw), 8);
+    EXPECT_EQ(slotOf(&Line::SetPoints), 16);
+    EXPECT_EQ(slotOf(&Line::GetPoints), 17);
+    EXPECT_EQ(slotOf(&Line::Move), 18);
+    EXPECT_EQ(slotOf(&Line::MovePoint), 19);
+    EXPECT_EQ(slotOf(&Line::CheckSelected), 20);
+    EXPECT_EQ(slotOf(&Line::CheckPointSelected), 21);
+    EXPECT_EQ(slotOf(&Line::SetLineType), 22);
+    EXPECT_EQ(slotOf(&Line::GetLineType), 23);
+    EXPECT_EQ(slotOf(&Line::SetShowPoint), 24);
+    EXPECT_EQ(slotOf(static_cast<void (Line::*)(Line&)>(&Line::operator=)), 25);
+    EXPECT_EQ(slotOf(&Line::IsNearPoint), -1);
+    EXPECT_EQ(slotOf(&Arrow::Draw), 8);
+    EXPECT_EQ(slotOf(&BrokenLine::Draw), 8);
+    EXPECT_EQ(slotOf(&BrokenLine::SetPoints), 16);
+    EXPECT_EQ(slotOf(&BrokenLine::CheckPointSelected), 21);
+#else
+    GTEST_SKIP() << "member pointer layout not known on this target";
+#endif
 }
