@@ -5,7 +5,7 @@
 #
 # Usage: check-bad-scenes.sh PATH/TO/tavrin-render
 set -u
-render=$1
+render=$(cd "$(dirname "$1")" && pwd)/$(basename "$1")
 here=$(cd "$(dirname "$0")" && pwd)
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT

@@ -21,6 +21,7 @@ const std::vector<Choice> kStatuses = {{"normal", 0}, {"selected", 1}, {"highlig
 const QSize kDefaultSize(1280, 720);
 constexpr qint64 kMaxFileBytes = 16 * 1024 * 1024;
 constexpr int kMaxLabel = 16;
+constexpr int kMaxFigures = 1000;
 
 QString lineAndColumn(const QByteArray& text, int offset)
 {
@@ -169,6 +170,9 @@ Scene parseScene(const QByteArray& json, const QString& baseDir, const std::opti
         scene.size = *size;
     }
     const QJsonArray figures = top.array("figures");
+    if (figures.size() > kMaxFigures) {
+        top.fail("figures", QStringLiteral("at most %1 figures, got %2").arg(kMaxFigures).arg(figures.size()));
+    }
     top.finish();
     if (!scene.picture.isNull()) {
         scene.picture = scene.picture.scaled(scene.size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
