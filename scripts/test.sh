@@ -19,3 +19,9 @@ trap 'rm -rf "$prefix" "$consumer"' EXIT
 cmake --install "$build" --prefix "$prefix" >/dev/null
 "$root/tests/consumer/build-consumer.sh" "$prefix" "$consumer"
 echo "consumer: built and ran against the installed package"
+
+# Debian packages: build them and consume them from a scratch root.
+"$root/scripts/package.sh"
+
+# Sanitizers: every unit test under ASan+UBSan, the thread stress under TSan.
+"$root/scripts/sanitize.sh"
