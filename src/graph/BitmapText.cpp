@@ -34,18 +34,27 @@ void drawGlyph(unsigned char c)
              static_cast<GLfloat>(font::kCellWidth), 0.0f, bits);
 }
 
-}  // namespace
+// Pixels between a box's corner and the first glyph cell, in both directions.
+constexpr int kTextInset = 2;
 
+// A whole-pixel move of the raster position (glBitmap's xmove, ymove; y upwards).
+struct RasterMove {
+    int dx;
+    int dy;
+};
+
+// The move from the raster position to the baseline of the first of `count` glyphs
+// (count at most kMaxRunBytes, so the width stays far inside int).
 RasterMove runStart(TextPlacement placement, std::size_t count)
 {
     if (placement == TextPlacement::InsideBox) {
         return RasterMove{kTextInset, -(kTextInset + font::kCellHeight - font::kDescent)};
     }
-    const std::size_t cells = count < kMaxRunBytes ? count : kMaxRunBytes;
-    const int width = static_cast<int>(cells) * font::kCellWidth;
+    const int width = static_cast<int>(count) * font::kCellWidth;
     return RasterMove{-(width / 2), -(font::kCapHeight / 2)};
 }
 
+// Bytes of `text` drawn: up to its first NUL, at most maxBytes and kMaxRunBytes.
 std::size_t runLength(const char* text, std::size_t maxBytes)
 {
     const std::size_t limit = maxBytes < kMaxRunBytes ? maxBytes : kMaxRunBytes;
@@ -57,6 +66,8 @@ std::size_t runLength(const char* text, std::size_t maxBytes)
     }
     return n;
 }
+
+}  // namespace
 
 void drawGlyphRun(const char* text, std::size_t maxBytes, TextPlacement placement)
 {

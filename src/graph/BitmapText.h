@@ -12,40 +12,25 @@ namespace gl {
 /// Where a run of glyphs stands relative to the raster position it starts from.
 enum class TextPlacement {
     /// Inside a box whose top-left corner is the raster position: the first cell starts
-    /// kTextInset pixels right of and below the corner.
+    /// 2 pixels right of and below the corner.
     InsideBox,
     /// Centred on the raster position: horizontally over the run's cells, vertically
     /// over the capitals.
     Centred,
 };
 
-/// Pixels between a box's corner and the first glyph cell, in both directions.
-constexpr int kTextInset = 2;
-
-/// A whole-pixel move of the raster position (glBitmap's xmove, ymove; y upwards).
-struct RasterMove {
-    int dx;
-    int dy;
-};
-
-/// The move from the raster position to the baseline of the first glyph of a run of
-/// `count` glyphs.
-RasterMove runStart(TextPlacement placement, std::size_t count);
-
 /// The longest run drawn; longer texts are cut (labels hold at most 127 bytes).
 constexpr std::size_t kMaxRunBytes = 1024;
 
-/// The number of bytes of `text` drawn: up to its first NUL, at most `maxBytes` and
-/// kMaxRunBytes; 0 for a null text.
-std::size_t runLength(const char* text, std::size_t maxBytes);
-
-/// Draws the first `runLength(text, maxBytes)` bytes of `text`, one glyph per byte, and
-/// moves the raster position back to where it was. Calls glBitmap only: the glyphs take
-/// the raster colour of the last glRasterPos, and the pixel-store state is neither read
-/// nor changed (any unpack alignment reads the glyphs alike; the other unpack parameters
-/// are expected at GL's defaults, with no pixel-unpack buffer bound). Nothing is drawn while the raster position is invalid. Moves are zero-size
-/// bitmaps, so a run that starts left of or below a valid raster position (a centred
-/// mark at the view's edge) keeps it valid and is clipped pixel by pixel.
+/// Draws `text` up to its first NUL, at most `maxBytes` and kMaxRunBytes bytes (nothing
+/// for a null text), one glyph per byte, then moves the raster position back to where it
+/// was. Calls glBitmap only: the glyphs take the raster colour latched by the last
+/// glRasterPos, and the pixel-store state is neither read nor changed (any unpack
+/// alignment reads the glyphs alike; the other unpack parameters are expected at GL's
+/// defaults, with no pixel-unpack buffer bound). Nothing is drawn while the raster
+/// position is invalid. Moves are zero-size bitmaps, so a run that starts left of or
+/// below a valid raster position (a centred mark on the view's edge) keeps it valid and
+/// is clipped pixel by pixel.
 void drawGlyphRun(const char* text, std::size_t maxBytes, TextPlacement placement);
 
 }  // namespace gl
