@@ -271,7 +271,7 @@ GLAPI void GLAPIENTRY glVertex2f(GLfloat x, GLfloat y)
 
 GLAPI void GLAPIENTRY glRasterPos2f(GLfloat x, GLfloat y)
 {
-    gl().texts.push_back(rec::RasterText{tagTAVRIN_POINT{x / 2.0f, 1.0f - y / 2.0f}, 0, {}});
+    gl().texts.push_back(rec::RasterText{tagTAVRIN_POINT{x / 2.0f, 1.0f - y / 2.0f}, 0, {}, gl().color});
     gl().rasterX = gl().rasterY = 0.0f;
     rec::record("glRasterPos2f(" + rec::num(x) + "," + rec::num(y) + ")");
 }

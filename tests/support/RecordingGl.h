@@ -61,6 +61,7 @@ struct RasterText {
     tagTAVRIN_POINT position;     ///< glRasterPos2f arguments mapped back to the picture
     int listCalls = 0;            ///< glCallList calls made at this position
     std::vector<Bitmap> bitmaps;  ///< glBitmap calls made from this position, moves included
+    Rgba color;                   ///< the current colour, which glRasterPos2f latches for glyphs
 
     /// The bitmaps that draw (width and height above 0), in order.
     std::vector<Bitmap> glyphs() const;
