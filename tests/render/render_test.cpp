@@ -14,6 +14,7 @@
 
 #include <QColor>
 #include <QImage>
+#include <QRect>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -39,14 +40,14 @@ Scene parse(const std::string& json, const QString& baseDir = QString(), std::op
     return parseScene(QByteArray::fromStdString(json), baseDir, size);
 }
 
-QImage render(const Scene& scene)
+QImage render(const Scene& scene, bool text = true)
 {
     Tavrin::offscreen::OffscreenGl gl;
     if (!gl.create(scene.size.width(), scene.size.height())) {
         ADD_FAILURE() << "no offscreen context: " << gl.error();
         return QImage();
     }
-    return Tavrin::render::renderScene(scene, gl);
+    return Tavrin::render::renderScene(scene, gl, text);
 }
 
 ::testing::AssertionResult PixelNear(const QImage& image, int x, int y, QRgb expected, int tolerance = 2)
@@ -130,6 +131,40 @@ TEST(SceneFigures, TranslucentRegionOverThePictureAtEverySize)
         // The outline, in the region's own colour, on the left edge.
         EXPECT_TRUE(PixelNear(image, size.width() / 4, size.height() / 2, qRgb(0x70, 0x30, 0xa0), 60));
     }
+}
+
+TEST(SceneFigures, LabelTextIsDrawnBesideTheFirstVertexUnlessTextIsOff)
+{
+    const std::string json = R"({"width": 200, "height": 100, "background": "#000000", "figures": [
+        {"kind": "ShieldRegion", "vertices": [[0.3, 0.3], [0.7, 0.3], [0.7, 0.7]], "label": "WWWW"}]})";
+    QImage withText;
+    QImage without;
+    {
+        RegistryScope registry;
+        withText = render(parse(json), true);
+    }
+    {
+        RegistryScope registry;
+        without = render(parse(json), false);
+    }
+    ASSERT_EQ(withText.size(), without.size());
+    // The glyphs are the only difference, and they lie beside the first vertex (60, 30),
+    // where the label box starts (62, 29): four 7-pixel glyphs to its right.
+    int changed = 0;
+    QRect box;
+    for (int y = 0; y < 100; ++y) {
+        for (int x = 0; x < 200; ++x) {
+            if (withText.pixel(x, y) != without.pixel(x, y)) {
+                ++changed;
+                box |= QRect(x, y, 1, 1);
+            }
+        }
+    }
+    EXPECT_GT(changed, 20);
+    EXPECT_GE(box.left(), 60);
+    EXPECT_LE(box.right(), 62 + 4 * 8);
+    EXPECT_GE(box.top(), 20);
+    EXPECT_LE(box.bottom(), 45);
 }
 
 TEST(SceneFigures, CommonFieldsReachTheFigure)

@@ -58,7 +58,7 @@ Figure* onlyFigure(const std::string& figure, std::optional<QSize> size = std::n
     return typed;
 }
 
-std::string refusal(const std::string& figure)
+[[maybe_unused]] std::string refusal(const std::string& figure)
 {
     RegistryScope registry;
     try {

@@ -1,5 +1,6 @@
 #include "SceneRenderer.h"
 
+#include <Tavrin/TextRendering.h>
 #include <Tavrin/VcaObject.h>
 
 #include <GL/gl.h>
@@ -47,8 +48,9 @@ QImage readBack(const offscreen::OffscreenGl& gl)
 
 }  // namespace
 
-QImage renderScene(const Scene& scene, offscreen::OffscreenGl& gl)
+QImage renderScene(const Scene& scene, offscreen::OffscreenGl& gl, bool text)
 {
+    TextRendering::SetEnabled(text);
     const QImage bottomUp = scene.picture.isNull() ? QImage() : scene.picture.mirrored(false, true);
     const float r = ((scene.colour >> 16) & 0xff) / 255.0f;
     const float g = ((scene.colour >> 8) & 0xff) / 255.0f;

@@ -14,8 +14,9 @@ namespace render {
 /// after another. Two frames are drawn and the second is returned, because some figures
 /// apply a setting only after their first draw (a rule's traverse-plane flag reaches its
 /// broken line that way) and a host's view is always past its first frame. The result is
-/// opaque RGB, top row first.
-QImage renderScene(const Scene& scene, offscreen::OffscreenGl& gl);
+/// opaque RGB, top row first. `text` switches the library's text rendering (labels, the
+/// "A"/"B" marks) on or off for the whole process.
+QImage renderScene(const Scene& scene, offscreen::OffscreenGl& gl, bool text = true);
 
 }  // namespace render
 }  // namespace Tavrin

@@ -143,7 +143,7 @@ int run(const Arguments& args)
                           .arg(args.scene, QString::fromStdString(gl.error())));
             return 1;
         }
-        const QImage image = Tavrin::render::renderScene(scene, gl);
+        const QImage image = Tavrin::render::renderScene(scene, gl, args.text);
         failing = args.output;
         writePng(image, args.output);
     } catch (const Tavrin::render::SceneError& e) {
