@@ -42,6 +42,23 @@ bool isPrintableAscii(const QString& text)
 
 }  // namespace
 
+bool parseColour(const QString& text, unsigned int& rgb)
+{
+    if (text.size() != 7 || text[0] != QLatin1Char('#')) {
+        return false;
+    }
+    unsigned int value = 0;
+    for (int i = 1; i < 7; ++i) {
+        const int digit = QStringLiteral("0123456789abcdef").indexOf(text[i].toLower());
+        if (digit < 0) {
+            return false;
+        }
+        value = value * 16 + static_cast<unsigned int>(digit);
+    }
+    rgb = value;
+    return true;
+}
+
 QString countPhrase(int min, int max, const char* noun)
 {
     if (min == max) {
@@ -171,10 +188,8 @@ std::optional<unsigned int> FieldReader::colour(const char* key)
     if (value.isUndefined()) {
         return std::nullopt;
     }
-    const QString text = value.toString();
-    bool ok = false;
-    const unsigned int rgb = text.mid(1).toUInt(&ok, 16);
-    if (!value.isString() || text.size() != 7 || text[0] != QLatin1Char('#') || !ok) {
+    unsigned int rgb = 0;
+    if (!value.isString() || !parseColour(value.toString(), rgb)) {
         fail(key, QStringLiteral("must be a colour \"#rrggbb\", got %1").arg(shown(value)));
     }
     return rgb;

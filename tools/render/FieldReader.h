@@ -88,6 +88,9 @@ private:
     QSet<QString> m_known;
 };
 
+/// Reads "#rrggbb" (exactly six hexadecimal digits) into 0xRRGGBB.
+bool parseColour(const QString& text, unsigned int& rgb);
+
 /// "3 to 10 vertices" or "2 vertices": the count phrase of the messages.
 QString countPhrase(int min, int max, const char* noun);
 

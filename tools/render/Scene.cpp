@@ -38,13 +38,6 @@ QString lineAndColumn(const QByteArray& text, int offset)
     return QStringLiteral("line %1, column %2").arg(line).arg(column);
 }
 
-bool parseColour(const QString& text, unsigned int& rgb)
-{
-    bool ok = false;
-    rgb = text.mid(1).toUInt(&ok, 16);
-    return ok && text.size() == 7 && text[0] == QLatin1Char('#');
-}
-
 QImage readPicture(FieldReader& top, const QString& name, const QString& baseDir)
 {
     QImageReader reader(QDir(baseDir).filePath(name));
