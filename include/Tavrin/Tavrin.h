@@ -25,5 +25,12 @@
 // Analytics rules.
 
 // Calibration figures.
+#include <Tavrin/AtmCali.h>
+#include <Tavrin/BehaviorCali.h>
+#include <Tavrin/BehaviorCheck.h>
+#include <Tavrin/ItsCali.h>
+#include <Tavrin/PupilDistance.h>
+#include <Tavrin/BinoCali.h>
+#include <Tavrin/LfCali.h>
 
 #endif  // TAVRIN_TAVRIN_H
