@@ -68,6 +68,9 @@ protected:
 private:
     friend ItsCali* newInstanceOf<ItsCali>() noexcept;
 
+    /// Refreshes the stored vertices and count from the polygon.
+    bool readPolygon();
+
     tagTAVRIN_POINT m_points[10];
     unsigned int m_pointCount;
     Polygon m_polygon;

@@ -1,0 +1,51 @@
+#include "cali/CaliDraw.h"
+
+#include "geometry/PixelMath.h"
+
+#include <Tavrin/Label.h>
+#include <Tavrin/Line.h>
+
+namespace Tavrin {
+namespace cali {
+
+void drawPlainLine(const tagTAVRIN_POINT& a, const tagTAVRIN_POINT& b, tagTAVRIN_OBJ_STATUS status,
+                   const Palette& palette, void* context, int width, int height)
+{
+    tagTAVRIN_POINT ends[2] = {a, b};
+    Line line(ends, 2);
+    line.SetLineType(TAVRIN_LINE_PLAIN);
+    line.SetShowPoint(false);
+    line.SetObjStatus(status);
+    palette.applyTo(line);
+    line.Draw(context, width, height, true);
+}
+
+void drawLabelBox(const tagTAVRIN_VCA_RECT& rect, tagTAVRIN_OBJ_STATUS status,
+                  const Palette& palette, char* text, void* context, int width, int height)
+{
+    tagTAVRIN_POINT corners[4] = {
+        {rect.x, rect.y},
+        {rect.x + rect.width, rect.y},
+        {rect.x + rect.width, rect.y + rect.height},
+        {rect.x, rect.y + rect.height},
+    };
+    if (!geometry::allFinite(corners, 4)) {
+        return;
+    }
+    Label label;
+    palette.applyTo(label);
+    label.SetObjStatus(status);
+    if (!label.SetPoints(corners, 4)) {
+        return;
+    }
+    label.SetText(text);
+    label.Draw(context, width, height, true);
+}
+
+tagTAVRIN_POINT midpoint(const tagTAVRIN_POINT& a, const tagTAVRIN_POINT& b)
+{
+    return tagTAVRIN_POINT{(a.x + b.x) / 2.0f, (a.y + b.y) / 2.0f};
+}
+
+}  // namespace cali
+}  // namespace Tavrin
