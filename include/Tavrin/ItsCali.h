@@ -65,17 +65,17 @@ public:
 protected:
     ItsCali();
 
-private:
-    friend ItsCali* newInstanceOf<ItsCali>() noexcept;
-
-    /// Refreshes the stored vertices and count from the polygon.
-    bool readPolygon();
-
     tagTAVRIN_POINT m_points[10];
     unsigned int m_pointCount;
     Polygon m_polygon;
     char m_widthText[17];
     char m_heightText[17];
+
+private:
+    friend ItsCali* newInstanceOf<ItsCali>() noexcept;
+
+    /// Refreshes the stored vertices and count from the polygon.
+    bool readPolygon();
 };
 
 }  // namespace Tavrin
