@@ -2,6 +2,7 @@
 
 #include "cali/CaliDraw.h"
 #include "foundation/NewInstance.h"
+#include "rules/LabelBox.h"
 #include "geometry/CaliGeometry.h"
 
 namespace Tavrin {
@@ -9,7 +10,7 @@ namespace Tavrin {
 namespace {
 
 // The primitive defaults with the first two exchanged: the ATM figure's own look.
-const cali::Palette kAtmPalette{0x285EA6, 0xD90DB0, 0xFFC000, 0xF47F4C};
+const cali::Palette kAtmPalette{{0x285EA6, 0xD90DB0, 0xFFC000, 0xF47F4C}};
 const unsigned int kMaxCount = 10;
 
 }  // namespace
@@ -144,7 +145,7 @@ void AtmCali::Draw(void* context, int width, int height, bool /*flag*/)
     tagTAVRIN_POINT middle = cali::midpoint(ends[0], ends[1]);
     tagTAVRIN_VCA_RECT box = {};
     GetDrawLabelRect(middle, box);
-    cali::drawLabelBox(box, lineStatus, kAtmPalette, m_labelText, context, width, height);
+    rules::drawLabelBox(box, kAtmPalette.colors, lineStatus, m_labelText, context, width, height);
 }
 
 }  // namespace Tavrin

@@ -2,6 +2,7 @@
 
 #include "cali/CaliDraw.h"
 #include "foundation/NewInstance.h"
+#include "rules/LabelBox.h"
 #include "geometry/CaliGeometry.h"
 #include "geometry/PixelMath.h"
 
@@ -15,7 +16,7 @@ const unsigned int kCapacity = 10;
 const unsigned int kPlainColor = 0xD65814;
 const unsigned int kVerticalColor = 0xE6005C;
 
-cali::Palette paletteOf(unsigned int color) { return cali::Palette{color, color, 0xFFC000, 0xF47F4C}; }
+cali::Palette paletteOf(unsigned int color) { return cali::Palette{{color, color, 0xFFC000, 0xF47F4C}}; }
 
 }  // namespace
 
@@ -121,7 +122,7 @@ void BehaviorCali::drawFigure(void* context, int width, int height, unsigned int
     tagTAVRIN_POINT middle = cali::midpoint(m_points[0], m_points[1]);
     tagTAVRIN_VCA_RECT box = {};
     GetDrawLabelRect(middle, box);
-    cali::drawLabelBox(box, status, palette, m_labelText, context, width, height);
+    rules::drawLabelBox(box, palette.colors, status, m_labelText, context, width, height);
 }
 
 }  // namespace Tavrin

@@ -1,8 +1,5 @@
 #include "cali/CaliDraw.h"
 
-#include "geometry/PixelMath.h"
-
-#include <Tavrin/Label.h>
 #include <Tavrin/Line.h>
 
 namespace Tavrin {
@@ -18,28 +15,6 @@ void drawPlainLine(const tagTAVRIN_POINT& a, const tagTAVRIN_POINT& b, tagTAVRIN
     line.SetObjStatus(status);
     palette.applyTo(line);
     line.Draw(context, width, height, true);
-}
-
-void drawLabelBox(const tagTAVRIN_VCA_RECT& rect, tagTAVRIN_OBJ_STATUS status,
-                  const Palette& palette, char* text, void* context, int width, int height)
-{
-    tagTAVRIN_POINT corners[4] = {
-        {rect.x, rect.y},
-        {rect.x + rect.width, rect.y},
-        {rect.x + rect.width, rect.y + rect.height},
-        {rect.x, rect.y + rect.height},
-    };
-    if (!geometry::allFinite(corners, 4)) {
-        return;
-    }
-    Label label;
-    palette.applyTo(label);
-    label.SetObjStatus(status);
-    if (!label.SetPoints(corners, 4)) {
-        return;
-    }
-    label.SetText(text);
-    label.Draw(context, width, height, true);
 }
 
 tagTAVRIN_POINT midpoint(const tagTAVRIN_POINT& a, const tagTAVRIN_POINT& b)

@@ -2,6 +2,7 @@
 
 #include "cali/CaliDraw.h"
 #include "foundation/NewInstance.h"
+#include "rules/LabelBox.h"
 #include "geometry/PixelMath.h"
 
 #include <cstring>
@@ -12,7 +13,7 @@ namespace {
 
 const unsigned int kCapacity = 10;
 const std::size_t kTextCapacity = 16;
-const cali::Palette kItsPalette{0x285EA6, 0xD90DB0, 0xFFC000, 0xF47F4C};
+const cali::Palette kItsPalette{{0x285EA6, 0xD90DB0, 0xFFC000, 0xF47F4C}};
 
 /// Replaces `target` (17 bytes) with the first min(16, strlen(text)) characters of
 /// `text`. The number copied comes from the string itself, not from `length`, which only
@@ -156,11 +157,11 @@ void ItsCali::Draw(void* context, int width, int height, bool /*flag*/)
 
     tagTAVRIN_POINT widthAnchor = cali::midpoint(m_points[top], m_points[widthEnd]);
     GetDrawLabelRect(widthAnchor, box);
-    cali::drawLabelBox(box, status, kItsPalette, m_widthText, context, width, height);
+    rules::drawLabelBox(box, kItsPalette.colors, status, m_widthText, context, width, height);
 
     tagTAVRIN_POINT heightAnchor = cali::midpoint(m_points[top], m_points[heightEnd]);
     GetDrawLabelRect(heightAnchor, box);
-    cali::drawLabelBox(box, status, kItsPalette, m_heightText, context, width, height);
+    rules::drawLabelBox(box, kItsPalette.colors, status, m_heightText, context, width, height);
 }
 
 }  // namespace Tavrin

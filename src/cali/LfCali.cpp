@@ -2,12 +2,13 @@
 
 #include "cali/CaliDraw.h"
 #include "foundation/NewInstance.h"
+#include "rules/LabelBox.h"
 
 namespace Tavrin {
 
 namespace {
 
-const cali::Palette kLfPalette{0x285EA6, 0xD90DB0, 0xFFC000, 0xF47F4C};
+const cali::Palette kLfPalette{{0x285EA6, 0xD90DB0, 0xFFC000, 0xF47F4C}};
 
 }  // namespace
 
@@ -68,7 +69,7 @@ void LfCali::Draw(void* context, int width, int height, bool /*flag*/)
     }
     tagTAVRIN_VCA_RECT box = {};
     GetDrawLabelRect(at[0], box);
-    cali::drawLabelBox(box, m_point.GetObjStatus(), kLfPalette, m_labelText, context, width, height);
+    rules::drawLabelBox(box, kLfPalette.colors, m_point.GetObjStatus(), m_labelText, context, width, height);
 }
 
 }  // namespace Tavrin
