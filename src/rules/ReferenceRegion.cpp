@@ -60,8 +60,8 @@ void ReferenceRegion::Draw(void* context, int width, int height, bool /*flag*/)
 {
     m_wndWidth = width;
     m_wndHeight = height;
-    rules::drawFilledRegion(*this, {m_points, kCapacity, &m_pointCount}, m_polygon, kColors, m_labelText,
-                            context, width, height);
+    rules::drawFilledRegion(*this, {m_points, kCapacity, &m_pointCount}, m_polygon, kColors,
+                            m_labelText, context, width, height);
 }
 
 void ReferenceRegion::SetSelPointIndex(unsigned int index) { m_polygon.SetSelPointIndex(index); }
