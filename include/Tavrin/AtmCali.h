@@ -52,8 +52,7 @@ public:
     /// Sets the region; false, changing nothing, for a null array, a count of 11 or more
     /// (checked first) or one the rectangle refuses (above 4, non-finite coordinates).
     virtual bool SetPoints(tagTAVRIN_POINT* points, unsigned int count);
-    /// Writes the region's count and corners (room for 20 points); false for a null
-    /// pointer.
+    /// Writes the region's count and its corners (at most 4); false for a null pointer.
     virtual bool GetPoints(tagTAVRIN_POINT* points, unsigned int* count);
     /// Sets the calibration line from a to b; false for non-finite coordinates.
     virtual bool SetLinePoints(tagTAVRIN_POINT& a, tagTAVRIN_POINT& b);
