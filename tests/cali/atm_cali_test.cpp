@@ -211,15 +211,6 @@ TEST_F(AtmCaliTest, SelectedFigureShowsHandlesButTheBarsShowNone)
     EXPECT_GL_STATE_CLEAN();
 }
 
-TEST_F(AtmCaliTest, LabelIsShiftedInwardsNearTheRightEdge)
-{
-    setRegion();
-    setLine(pt(0.9f, 0.2f), pt(0.9f, 0.8f));
-    atm->Draw(nullptr, 800, 600, true);
-    ASSERT_EQ(recorded().texts.size(), 1u);
-    EXPECT_POINT_NEAR(recorded().texts[0].position, 0.82f, 0.49f, 1e-6);
-}
-
 TEST_F(AtmCaliTest, HeadFollowsTheLastViewSize)
 {
     setLine(pt(0.2f, 0.6f), pt(0.4f, 0.4f));

@@ -104,17 +104,6 @@ TEST(BinoCaliRadius, ViewSizeReachesTheCircleBeforeTheFirstDraw)
     EXPECT_FALSE(bino->CheckSelected(outside));
 }
 
-TEST(BinoCaliHit, NullCentreIsNeverSelected)
-{
-    Owned<BinoCali> bino = create<BinoCali>();
-    ASSERT_NE(bino, nullptr);
-    bino->SetWndSize(500, 400);
-    bino->SetRadius(100);
-    tagTAVRIN_POINT origin = pt(0.0f, 0.0f);
-    EXPECT_TRUE(bino->IsNull());
-    EXPECT_FALSE(bino->CheckSelected(origin));
-}
-
 class BinoCaliDraw : public GlTest {};
 
 TEST_F(BinoCaliDraw, CrossThenDiscInItsOwnColours)
