@@ -63,7 +63,10 @@ bool PupilDistance::CheckSelected(tagTAVRIN_POINT& p)
     return m_pupilLine.CheckSelected(cursor);
 }
 
-unsigned int PupilDistance::CheckPointSelected(tagTAVRIN_POINT& p) { return m_pupilLine.CheckPointSelected(p); }
+unsigned int PupilDistance::CheckPointSelected(tagTAVRIN_POINT& p)
+{
+    return m_pupilLine.CheckPointSelected(p);
+}
 
 void PupilDistance::SetSelPointIndex(unsigned int index) { m_pupilLine.SetSelPointIndex(index); }
 

@@ -152,7 +152,8 @@ TEST_F(BehaviorCaliTest, SelectedLineShowsMarkersAndTheHeadsNone)
     cali->SetObjStatus(TAVRIN_OBJ_STATUS_SELECTED);
     EXPECT_EQ(cali->GetObjStatus(), TAVRIN_OBJ_STATUS_SELECTED);
     cali->Draw(nullptr, 1000, 500, true);
-    EXPECT_EQ(batchModes(), (std::vector<std::string>{"GL_LINES", "GL_LINES", "GL_LINES", "GL_POINTS", "GL_POINTS"}));
+    EXPECT_EQ(batchModes(), (std::vector<std::string>{"GL_LINES", "GL_LINES", "GL_LINES", "GL_POINTS",
+                                                      "GL_POINTS"}));
     EXPECT_GL_STATE_CLEAN();
 }
 
@@ -189,7 +190,8 @@ TEST_F(BehaviorCaliTest, CheckDrawsTheVerticalTypeInYellow)
 TEST_F(BehaviorCaliTest, CheckDrawsThePlainTypeExactlyLikeTheCalibration)
 {
     char label[] = "walk";
-    for (BehaviorCali* obj : {static_cast<BehaviorCali*>(cali.get()), static_cast<BehaviorCali*>(check.get())}) {
+    BehaviorCali* both[] = {cali.get(), check.get()};
+    for (BehaviorCali* obj : both) {
         setHorizontal(*obj);
         obj->SetLabelText(label, 4);
         obj->SetObjStatus(TAVRIN_OBJ_STATUS_SELECTED);

@@ -120,7 +120,8 @@ TEST_F(BinoCaliDraw, CrossThenDiscInItsOwnColours)
               concat({enterCalls(kPointSmooth),
                       {"glColor4ub(0,54,215,255)", "glLineWidth(2)", "glBegin(GL_LINES)", "glEnd()"},
                       leaveCalls(kPointSmooth), enterCalls(kPolygonSmooth),
-                      {"glColor4ub(0,54,215,200)", "glBegin(GL_POLYGON)", "glEnd()", "glColor4ub(0,54,215,255)"},
+                      {"glColor4ub(0,54,215,200)", "glBegin(GL_POLYGON)", "glEnd()",
+                       "glColor4ub(0,54,215,255)"},
                       leaveCalls(kPolygonSmooth)}));
     ASSERT_EQ(recorded().batches.size(), 2u);
     EXPECT_NEAR(recorded().batches[1].vertices[0].x, 1.1f, 1e-6);  // radius 80 / 800
@@ -150,7 +151,8 @@ TEST_F(LfCaliDraw, CrossThenAnEmptyLabelBesideIt)
               concat({enterCalls(kPointSmooth),
                       {"glColor4ub(40,94,166,255)", "glLineWidth(2)", "glBegin(GL_LINES)", "glEnd()"},
                       leaveCalls(kPointSmooth), enterCalls(kPolygonSmooth),
-                      {"glColor4ub(40,94,166,255)", rasterCall(corner), "glGenLists(1)", "glDeleteLists(list,1)"},
+                      {"glColor4ub(40,94,166,255)", rasterCall(corner), "glGenLists(1)",
+                       "glDeleteLists(list,1)"},
                       leaveCalls(kPolygonSmooth)}));
     ASSERT_EQ(recorded().batches.size(), 1u);
     const rec::Batch& cross = recorded().batches[0];

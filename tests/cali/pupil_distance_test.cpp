@@ -97,7 +97,8 @@ TEST_F(PupilDistanceTest, ObliquePupilsExtendAlongTheirLineUnclamped)
     setPupils(pt(0.0f, 1.0f), pt(0.375f, 0.5f));
     pupils->Draw(nullptr, 1000, 800, true);
     ASSERT_EQ(recorded().batches.size(), 5u);
-    expectSegment(recorded().batches[2], pt(-0.0109489f, 1.0145985f), pt(0.3859489f, 0.4854015f), kPupil, 2e-7);
+    expectSegment(recorded().batches[2], pt(-0.0109489f, 1.0145985f), pt(0.3859489f, 0.4854015f), kPupil,
+                  2e-7);
 }
 
 TEST_F(PupilDistanceTest, PupilsWithinOnePixelAreNotExtended)
@@ -117,8 +118,8 @@ TEST_F(PupilDistanceTest, SelectionShowsOnlyThePupilLineMarkers)
     pupils->SetSelPointIndex(1);
     EXPECT_EQ(pupils->GetObjStatus(), TAVRIN_OBJ_STATUS_SELECTED);
     pupils->Draw(nullptr, 800, 600, true);
-    EXPECT_EQ(batchModes(), (std::vector<std::string>{"GL_LINES", "GL_LINES", "GL_LINES", "GL_LINES", "GL_LINES",
-                                                      "GL_POINTS", "GL_POINTS", "GL_POINTS"}));
+    EXPECT_EQ(batchModes(), (std::vector<std::string>{"GL_LINES", "GL_LINES", "GL_LINES", "GL_LINES",
+                                                      "GL_LINES", "GL_POINTS", "GL_POINTS", "GL_POINTS"}));
     // The active pupil: a 16-pixel halo in colour 2 under its dot.
     EXPECT_EQ(recorded().batches[5].color, rec::rgba(0xFFC000));
     EXPECT_FLOAT_EQ(recorded().batches[5].pointSize, 16.0f);
