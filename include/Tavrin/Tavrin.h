@@ -23,6 +23,11 @@
 #include <Tavrin/VcaObjectContainer.h>
 
 // Analytics rules.
+#include <Tavrin/VcaRule.h>
+#include <Tavrin/ITCLine.h>
+#include <Tavrin/Lane.h>
+#include <Tavrin/PdcRule.h>
+#include <Tavrin/SizeFilter.h>
 
 // Calibration figures.
 
