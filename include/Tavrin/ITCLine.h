@@ -46,7 +46,8 @@ public:
     /// nothing, for a null array, 11 or more vertices or a non-finite coordinate.
     virtual bool SetPoints(tagTAVRIN_POINT* points, unsigned int count);
     /// Refreshes the copy from the line, zeroes 10 entries of `points` (the buffer must
-    /// hold 10) and writes the stored count of vertices; false, writing nothing, for a
+    /// hold 10) and writes as many vertices as the stored count says: that of the last
+    /// `SetPoints`, or 2 once a `Draw` has read the line. False, writing nothing, for a
     /// null pointer.
     virtual bool GetPoints(tagTAVRIN_POINT* points, unsigned int* count);
     /// Stores the colour set (1 green, anything else light yellow) for the next `Draw`.

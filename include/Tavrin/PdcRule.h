@@ -111,6 +111,11 @@ protected:
 private:
     friend PdcRule* newInstanceOf<PdcRule>() noexcept;
 
+    /// The line in line mode, the polygon in area mode, as their common base.
+    GraphMeta& figure();
+    /// The single point in the highlighted look (when set) and its text box.
+    void drawSinglePoint(void* context, int width, int height);
+
     Arrow m_arrow;
     Line m_line;
     Polygon m_polygon;

@@ -92,6 +92,9 @@ private:
     bool isBrokenLine() const { return m_ruleType == TAVRIN_RULE_BROKEN_LINE; }
     /// The primitive the current rule type selects, as its common base.
     GraphMeta& activeFigure();
+    /// Calls `f` with the primitive the current rule type selects, as its own class.
+    template <class F>
+    decltype(auto) withActiveFigure(F&& f);
 
     tagTAVRIN_RULE_TYPE m_ruleType;
     TAVRIN_ARROW_TYPE m_arrowDirection;
