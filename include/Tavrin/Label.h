@@ -14,7 +14,9 @@ public:
     Label(const Label& other) = default;
     ~Label() override;
 
-    /// Stores the view size and draws the text.
+    /// Stores the view size and positions the text at the first corner in the outline
+    /// colour: raster position, one display list reserved and freed. Draws no outline
+    /// and no fill, with or without vertices.
     void Draw(void* context, int width, int height, bool flag) override;
 
     /// Replaces the text; false, keeping the old one, for a null text or one longer than

@@ -15,13 +15,26 @@ public:
     Rectangle(const Rectangle& other) = default;
     ~Rectangle() override;
 
-    /// Replaces the vertices; false for a null array or more than 4 vertices.
+    /// Replaces the vertices (0 to 4; nothing checks they form a rectangle); false,
+    /// keeping the old ones, for a null array, more than 4 vertices or a non-finite one.
     bool SetPoints(tagTAVRIN_POINT* points, unsigned int count) override;
-    /// Drags the selected corner, carrying the shared coordinates of its neighbours;
-    /// refused whole when the dragged corner would leave the picture.
+    /// Drags the selected corner by (to - from), carrying the coordinates it shares with
+    /// the corners before and after it, so the opposite corner stays. Refused whole when
+    /// the dragged corner would leave the picture or the drag is not finite; the
+    /// neighbours are not tested. A selected vertex past the fourth moves alone.
     void MovePoint(tagTAVRIN_POINT& from, tagTAVRIN_POINT& to) override;
-    /// Four corners (a.x, a.y), (b.x, a.y), (b.x, b.y), (a.x, b.y); true.
+    /// Four corners (a.x, a.y), (b.x, a.y), (b.x, b.y), (a.x, b.y), in any winding; true.
+    /// False, changing nothing, when a coordinate is not finite.
     virtual bool SetDiagonal(tagTAVRIN_POINT& a, tagTAVRIN_POINT& b);
+
+protected:
+    /// Four corners from (x0, y0) to (x1, y1) in the `SetDiagonal` order.
+    void setCorners(float x0, float y0, float x1, float y1);
+    /// Sets corner `corner` when the figure has it.
+    void setCorner(unsigned int corner, const tagTAVRIN_POINT& at);
+
+private:
+    void moveCornerCoordinate(unsigned int corner, float tagTAVRIN_POINT::*axis, float by);
 };
 
 }  // namespace Tavrin

@@ -6,7 +6,9 @@
 namespace Tavrin {
 
 /// A rectangle whose sides are equal in view pixels. Set the view size before
-/// `SetDiagonal` and `MovePoint`.
+/// `SetDiagonal` and `MovePoint`: without one (a width or height of 0 or less) there is
+/// no pixel to measure, so `SetDiagonal` collapses the square onto `a` and `MovePoint`
+/// does nothing.
 class TAVRIN_API Square : public Rectangle {
 public:
     Square();
@@ -15,10 +17,13 @@ public:
     ~Square() override;
 
     /// Keeps the corner opposite the selected one and places the dragged corner from
-    /// `to` (not shifted by the drag), the side being the smaller pixel extent.
+    /// `to` (`from` is not used), the side being the smaller pixel extent, truncated. No
+    /// clamping to the picture; nothing happens for a non-finite `to`.
     void MovePoint(tagTAVRIN_POINT& from, tagTAVRIN_POINT& to) override;
     /// A square growing from `a` to the right and downwards, its side the longer pixel
-    /// extent of the drag (signed), capped at the smaller view dimension.
+    /// extent of the drag (signed: a drag up and left gives a square up and left),
+    /// capped at the smaller view dimension; true. False, changing nothing, for a
+    /// non-finite coordinate.
     bool SetDiagonal(tagTAVRIN_POINT& a, tagTAVRIN_POINT& b) override;
 };
 

@@ -23,6 +23,10 @@
 #include <Tavrin/VcaObjectContainer.h>
 
 // Analytics rules.
+#include <Tavrin/ShieldRegion.h>
+#include <Tavrin/ReferenceRegion.h>
+#include <Tavrin/EnterRegion.h>
+#include <Tavrin/ITCPlateRegion.h>
 #include <Tavrin/VcaRule.h>
 #include <Tavrin/ITCLine.h>
 #include <Tavrin/Lane.h>

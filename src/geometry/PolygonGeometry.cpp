@@ -114,40 +114,78 @@ int remainPolygon(const tagTAVRIN_POLYGON& polygon, int index, tagTAVRIN_POLYGON
     return 0;
 }
 
-int splitPolygon(const tagTAVRIN_POLYGON& polygon, std::list<tagTAVRIN_TRIANGLE_>* triangles)
+namespace {
+
+// The first ear of `polygon` (count 4..20) that passes the crossing check of what it
+// leaves and the area test against `whole`. On success `remain` and `restArea` describe
+// the polygon left, so the next level neither rebuilds nor re-measures it.
+bool firstEar(const tagTAVRIN_POLYGON& polygon, double whole, tagTAVRIN_TRIANGLE_& ear,
+              tagTAVRIN_POLYGON& remain, double& restArea)
 {
     const int n = polygon.count;
-    if (triangles == nullptr || n < 3 || n > kMaxVertices || !polygonIsValid(polygon)) {
-        return -1;
-    }
-    if (n == 3) {
-        triangles->push_back(triangleOf(polygon, 0, 1, 2));
-        return 0;
-    }
-    double whole = 0.0;
-    if (polygonArea(polygon, &whole) != 0) {
-        return -1;
-    }
-    // Vertex 0 is never an ear's tip: the candidates run i = 0 .. n - 2.
     for (int i = 0; i < n - 1; ++i) {
         const int tip = (i + 1) % n;
-        tagTAVRIN_POLYGON remain{};
         if (remainPolygon(polygon, tip, &remain) != 0 || !polygonIsValid(remain)) {
             continue;
         }
-        const tagTAVRIN_TRIANGLE_ ear = triangleOf(polygon, i, tip, (i + 2) % n);
+        const tagTAVRIN_TRIANGLE_ candidate = triangleOf(polygon, i, tip, (i + 2) % n);
         double rest = 0.0;
         double earArea = 0.0;
         polygonArea(remain, &rest);
-        triangleArea(ear, &earArea);
+        triangleArea(candidate, &earArea);
         if (std::fabs(earArea + rest - whole) <= kAreaTolerance) {
-            triangles->push_back(ear);
-            // A failure deeper down keeps what was found; success is judged by count.
-            splitPolygon(remain, triangles);
-            return 0;
+            ear = candidate;
+            restArea = rest;
+            return true;
         }
     }
+    return false;
+}
+
+}  // namespace
+
+int splitPolygon(const tagTAVRIN_POLYGON& polygon, TriangleBuffer& triangles)
+{
+    triangles.count = 0;
+    const int n = polygon.count;
+    if (n < 3 || n > kMaxVertices || !polygonIsValid(polygon)) {
+        return -1;
+    }
+    // Each level cuts one ear and goes on with what it leaves, which was checked and
+    // measured while the ear was tested: two buffers take turns instead of a copy per
+    // level.
+    tagTAVRIN_POLYGON buffers[2];
+    buffers[0] = polygon;
+    int current = 0;
+    double whole = 0.0;
+    if (n > 3) {
+        polygonArea(buffers[current], &whole);
+    }
+    while (buffers[current].count > 3) {
+        tagTAVRIN_TRIANGLE_& ear = triangles.items[triangles.count];
+        double rest = 0.0;
+        if (!firstEar(buffers[current], whole, ear, buffers[1 - current], rest)) {
+            // No ear at this level: the triangles found so far stay, and it still counts
+            // as done; the caller judges success by the number of triangles.
+            return 0;
+        }
+        ++triangles.count;
+        current = 1 - current;
+        whole = rest;
+    }
+    triangles.items[triangles.count++] = triangleOf(buffers[current], 0, 1, 2);
     return 0;
+}
+
+int splitPolygon(const tagTAVRIN_POLYGON& polygon, std::list<tagTAVRIN_TRIANGLE_>* triangles)
+{
+    if (triangles == nullptr) {
+        return -1;
+    }
+    TriangleBuffer cut;
+    const int result = splitPolygon(polygon, cut);
+    triangles->insert(triangles->end(), cut.items, cut.items + cut.count);
+    return result;
 }
 
 }  // namespace geometry

@@ -34,9 +34,23 @@ int triangleArea(const tagTAVRIN_TRIANGLE_& triangle, double* area);
 /// outside 4..20.
 int remainPolygon(const tagTAVRIN_POLYGON& polygon, int index, tagTAVRIN_POLYGON* remain);
 
-/// Ear clipping by the area test, the first acceptable ear in index order, recursively;
-/// appends to `triangles`. 0, or -1 for a null list, fewer than 3 (or more than 20)
-/// vertices or an invalid polygon. May throw std::bad_alloc from the list.
+/// The triangles of one polygon of at most 20 vertices, in the order they were cut: a
+/// fixed array, so cutting a polygon allocates nothing.
+struct TriangleBuffer {
+    static constexpr int kCapacity = 18;
+    tagTAVRIN_TRIANGLE_ items[kCapacity];
+    int count = 0;
+};
+
+/// Ear clipping by the area test: at each level the first acceptable ear in index order
+/// (vertex 0 is never a tip), then the rest of the polygon the same way. Replaces the
+/// contents of `triangles`. 0, or -1 (no triangle) for fewer than 3 or more than 20
+/// vertices or an invalid polygon. A level where no ear passes ends the cut, keeping the
+/// triangles found so far and still returning 0: success is n - 2 triangles.
+int splitPolygon(const tagTAVRIN_POLYGON& polygon, TriangleBuffer& triangles);
+
+/// As above, appending to `triangles`; -1 for a null list. May throw std::bad_alloc from
+/// the list.
 int splitPolygon(const tagTAVRIN_POLYGON& polygon, std::list<tagTAVRIN_TRIANGLE_>* triangles);
 
 }  // namespace geometry

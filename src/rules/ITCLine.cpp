@@ -2,7 +2,7 @@
 
 #include "foundation/NewInstance.h"
 #include "geometry/PixelMath.h"
-#include "rules/RuleLabel.h"
+#include "rules/LabelBox.h"
 
 #include <cstring>
 
@@ -10,8 +10,8 @@ namespace Tavrin {
 
 namespace {
 
-const rules::LabelColors kGreenColors = {0x00bd00, 0xd90db0, 0xffc000, 0xf47f4c};
-const rules::LabelColors kYellowColors = {0xffff5b, 0xffff5b, 0xffc000, 0xf47f4c};
+const unsigned int kGreenColors[4] = {0x00bd00, 0xd90db0, 0xffc000, 0xf47f4c};
+const unsigned int kYellowColors[4] = {0xffff5b, 0xffff5b, 0xffc000, 0xf47f4c};
 
 }  // namespace
 
@@ -52,9 +52,9 @@ void ITCLine::Draw(void* context, int width, int height, bool /*flag*/)
     }
     // A traffic line is always a plain segment, whatever type its line was given.
     m_line.SetLineType(TAVRIN_LINE_PLAIN);
-    const rules::LabelColors& colors =
+    const unsigned int(&colors)[4] =
         m_lineType == TAVRIN_ITC_LINE_GREEN ? kGreenColors : kYellowColors;
-    m_line.SetColors(colors.c0, colors.c1, colors.c2, colors.c3);
+    m_line.SetColors(colors[0], colors[1], colors[2], colors[3]);
     m_line.Draw(context, width, height, true);
 
     unsigned int lineCount = 0;
@@ -64,7 +64,9 @@ void ITCLine::Draw(void* context, int width, int height, bool /*flag*/)
     m_pointCount = lineCount;
     const tagTAVRIN_POINT middle = {(m_points[0].x + m_points[1].x) / 2.0f,
                                     (m_points[0].y + m_points[1].y) / 2.0f};
-    rules::drawLabelBeside(*this, middle, colors, m_line.GetObjStatus(), context, width, height);
+    tagTAVRIN_VCA_RECT box{0.0f, 0.0f, 0.0f, 0.0f};
+    GetDrawLabelRect(middle, box);
+    rules::drawLabelBox(box, colors, m_line.GetObjStatus(), m_labelText, context, width, height);
 }
 
 bool ITCLine::refreshFromLine(unsigned int& lineCount)

@@ -1,14 +1,14 @@
 #include <Tavrin/Lane.h>
 
 #include "foundation/NewInstance.h"
-#include "rules/RuleLabel.h"
+#include "rules/LabelBox.h"
 
 namespace Tavrin {
 
 namespace {
 
 const unsigned int kMaxVertices = 10;
-const rules::LabelColors kLaneColors = {0xffc021, 0x00f0f0, 0xffc000, 0xf47f4c};
+const unsigned int kLaneColors[4] = {0xffc021, 0x00f0f0, 0xffc000, 0xf47f4c};
 
 }  // namespace
 
@@ -53,18 +53,20 @@ void Lane::Draw(void* context, int width, int height, bool /*flag*/)
 {
     m_wndWidth = width;
     m_wndHeight = height;
-    const rules::LabelColors& c = kLaneColors;
-    m_polygon.SetColors(c.c0, c.c1, c.c2, c.c3);
+    const unsigned int(&c)[4] = kLaneColors;
+    m_polygon.SetColors(c[0], c[1], c[2], c[3]);
     m_polygon.Draw(context, width, height, true);
-    m_arrow.SetColors(c.c0, c.c1, c.c2, c.c3);
+    m_arrow.SetColors(c[0], c[1], c[2], c[3]);
     m_arrow.Draw(context, width, height, true);
 
     tagTAVRIN_POINT outline[20] = {};
     unsigned int count = 0;
-    if (m_polygon.GetPoints(outline, &count)) {
-        rules::drawLabelBeside(*this, outline[0], c, m_polygon.GetObjStatus(), context, width,
-                               height);
+    if (!m_polygon.GetPoints(outline, &count)) {
+        return;
     }
+    tagTAVRIN_VCA_RECT box{0.0f, 0.0f, 0.0f, 0.0f};
+    GetDrawLabelRect(outline[0], box);
+    rules::drawLabelBox(box, c, m_polygon.GetObjStatus(), m_labelText, context, width, height);
 }
 
 bool Lane::SetPoints(tagTAVRIN_POINT* points, unsigned int count)

@@ -1,7 +1,7 @@
 #include <Tavrin/PdcRule.h>
 
 #include "foundation/NewInstance.h"
-#include "geometry/LabelBoxGeometry.h"
+#include "geometry/MarkerTextBox.h"
 
 namespace Tavrin {
 

@@ -4,14 +4,14 @@
 
 #include "foundation/NewInstance.h"
 #include "geometry/PixelMath.h"
-#include "rules/RuleLabel.h"
+#include "rules/LabelBox.h"
 
 namespace Tavrin {
 
 namespace {
 
 const unsigned int kMaxVertices = 4;
-const rules::LabelColors kLabelColors = {0x285ea6, 0xd90db0, 0xffc000, 0xf47f4c};
+const unsigned int kLabelColors[4] = {0x285ea6, 0xd90db0, 0xffc000, 0xf47f4c};
 const float kSchemeRectangleWidth = 4.0f;
 
 struct ColorScheme {
@@ -107,7 +107,7 @@ void SizeFilter::SetColor(int scheme) { m_colorScheme = scheme; }
 void SizeFilter::applyColorScheme(Rectangle& shape)
 {
     const ColorScheme scheme = schemeFor(m_colorScheme);
-    shape.SetColors(scheme.normal, scheme.selected, kLabelColors.c2, kLabelColors.c3);
+    shape.SetColors(scheme.normal, scheme.selected, kLabelColors[2], kLabelColors[3]);
     // Only the rectangle is widened, and it keeps the width when the scheme changes
     // back; both deliberately.
     if (scheme.widensRectangle && !isSquare()) {
@@ -126,10 +126,13 @@ void SizeFilter::Draw(void* context, int width, int height, bool /*flag*/)
 
     tagTAVRIN_POINT corners[20] = {};
     unsigned int count = 0;
-    if (shape.GetPoints(corners, &count)) {
-        rules::drawLabelBeside(*this, corners[0], kLabelColors, shape.GetObjStatus(), context,
-                               width, height);
+    if (!shape.GetPoints(corners, &count)) {
+        return;
     }
+    tagTAVRIN_VCA_RECT box{0.0f, 0.0f, 0.0f, 0.0f};
+    GetDrawLabelRect(corners[0], box);
+    rules::drawLabelBox(box, kLabelColors, shape.GetObjStatus(), m_labelText, context, width,
+                        height);
 }
 
 bool SizeFilter::SetPoints(tagTAVRIN_POINT* points, unsigned int count)

@@ -1,11 +1,13 @@
 #include "support/GlTest.h"
+#include "support/PolygonBuilders.h"
 
 #include "geometry/PolygonGeometry.h"
 
-#include <Tavrin/Point.h>
+#include <Tavrin/Polygon.h>
 
 #include <cmath>
 #include <list>
+#include <random>
 
 using Tavrin::geometry::polygonArea;
 using Tavrin::geometry::polygonIsValid;
@@ -15,15 +17,6 @@ using Tavrin::geometry::splitPolygon;
 
 namespace {
 
-tagTAVRIN_POLYGON polygonOf(std::initializer_list<tagTAVRIN_POINT> points)
-{
-    tagTAVRIN_POLYGON p{};
-    for (const tagTAVRIN_POINT& v : points) {
-        p.points[p.count++] = v;
-    }
-    return p;
-}
-
 std::list<tagTAVRIN_TRIANGLE_> split(const tagTAVRIN_POLYGON& p, int* result = nullptr)
 {
     std::list<tagTAVRIN_TRIANGLE_> out;
@@ -32,14 +25,6 @@ std::list<tagTAVRIN_TRIANGLE_> split(const tagTAVRIN_POLYGON& p, int* result = n
         *result = r;
     }
     return out;
-}
-
-void expectTriangle(const tagTAVRIN_TRIANGLE_& t, tagTAVRIN_POINT a, tagTAVRIN_POINT b,
-                    tagTAVRIN_POINT c)
-{
-    EXPECT_POINT_NEAR(t.points[0], a.x, a.y, 0.0);
-    EXPECT_POINT_NEAR(t.points[1], b.x, b.y, 0.0);
-    EXPECT_POINT_NEAR(t.points[2], c.x, c.y, 0.0);
 }
 
 }  // namespace
@@ -134,42 +119,94 @@ TEST(PolygonRemain, DropsOneVertexKeepingOrder)
     EXPECT_EQ(remainPolygon(polygonOf({pt(0, 0), pt(1, 0), pt(1, 1)}), 0, &remain), -1);
 }
 
-TEST(Triangulation, TriangleIsItself)
+using Triangles = std::vector<Points>;
+
+struct SplitCase {
+    const char* name;
+    tagTAVRIN_POLYGON polygon;
+    int result;
+    Triangles triangles;  // in cutting order, each as (i, tip, i + 2)
+};
+
+void PrintTo(const SplitCase& c, std::ostream* os) { *os << c.name; }
+
+class TriangulationList : public ::testing::TestWithParam<SplitCase> {};
+
+TEST_P(TriangulationList, ExactTrianglesInCuttingOrder)
 {
+    const SplitCase& c = GetParam();
     int r = -2;
-    auto tris = split(polygonOf({pt(0.1f, 0.1f), pt(0.5f, 0.1f), pt(0.3f, 0.4f)}), &r);
-    EXPECT_EQ(r, 0);
-    ASSERT_EQ(tris.size(), 1u);
-    expectTriangle(tris.front(), pt(0.1f, 0.1f), pt(0.5f, 0.1f), pt(0.3f, 0.4f));
+    const std::list<tagTAVRIN_TRIANGLE_> tris = split(c.polygon, &r);
+    EXPECT_EQ(r, c.result);
+    ASSERT_EQ(tris.size(), c.triangles.size());
+    std::size_t k = 0;
+    for (const tagTAVRIN_TRIANGLE_& t : tris) {
+        EXPECT_TRUE(samePoints(Points(t.points, t.points + 3), c.triangles[k])) << "triangle " << k;
+        ++k;
+    }
 }
 
-TEST(Triangulation, ConvexQuadGivesFanFromVertexZero)
-{
-    auto tris = split(polygonOf({pt(0, 0), pt(1, 0), pt(1, 1), pt(0, 1)}));
-    ASSERT_EQ(tris.size(), 2u);
-    expectTriangle(tris.front(), pt(0, 0), pt(1, 0), pt(1, 1));
-    expectTriangle(tris.back(), pt(0, 0), pt(1, 1), pt(0, 1));
-}
-
-TEST(Triangulation, ConcaveShapeSkipsReflexEars)
-{
-    // An arrow-head: vertex 2 is reflex, so the ear at tip 2 is refused by the area test.
-    const tagTAVRIN_POLYGON dart =
-        polygonOf({pt(0.1f, 0.1f), pt(0.5f, 0.3f), pt(0.9f, 0.1f), pt(0.5f, 0.9f)});
-    auto tris = split(dart);
-    ASSERT_EQ(tris.size(), 2u);
-    // Tip 1 (0.5, 0.3) is reflex: the ear (v0, v1, v2) would cover outside area.
-    expectTriangle(tris.front(), pt(0.5f, 0.3f), pt(0.9f, 0.1f), pt(0.5f, 0.9f));
-    expectTriangle(tris.back(), pt(0.1f, 0.1f), pt(0.5f, 0.3f), pt(0.5f, 0.9f));
-}
-
-TEST(Triangulation, BowTieIsRefusedWithNoTriangles)
-{
-    int r = 0;
-    auto tris = split(polygonOf({pt(0, 0), pt(1, 1), pt(1, 0), pt(0, 1)}), &r);
-    EXPECT_EQ(r, -1);
-    EXPECT_TRUE(tris.empty());
-}
+INSTANTIATE_TEST_SUITE_P(
+    Cases, TriangulationList,
+    ::testing::Values(
+        SplitCase{"TriangleIsItself",
+                  polygonOf({pt(0.1f, 0.1f), pt(0.5f, 0.1f), pt(0.3f, 0.4f)}),
+                  0,
+                  {{pt(0.1f, 0.1f), pt(0.5f, 0.1f), pt(0.3f, 0.4f)}}},
+        SplitCase{"ConvexQuadFansFromVertexZero",
+                  polygonOf({pt(0, 0), pt(1, 0), pt(1, 1), pt(0, 1)}),
+                  0,
+                  {{pt(0, 0), pt(1, 0), pt(1, 1)}, {pt(0, 0), pt(1, 1), pt(0, 1)}}},
+        SplitCase{"ConvexPentagonFansFromVertexZero",
+                  polygonOf({pt(0.5f, 0.1f), pt(0.9f, 0.4f), pt(0.75f, 0.9f), pt(0.25f, 0.9f),
+                             pt(0.1f, 0.4f)}),
+                  0,
+                  {{pt(0.5f, 0.1f), pt(0.9f, 0.4f), pt(0.75f, 0.9f)},
+                   {pt(0.5f, 0.1f), pt(0.75f, 0.9f), pt(0.25f, 0.9f)},
+                   {pt(0.5f, 0.1f), pt(0.25f, 0.9f), pt(0.1f, 0.4f)}}},
+        // Tip 1 is reflex: the ear (v0, v1, v2) would cover outside area.
+        SplitCase{"DartSkipsItsReflexTip",
+                  polygonOf({pt(0.1f, 0.1f), pt(0.5f, 0.3f), pt(0.9f, 0.1f), pt(0.5f, 0.9f)}),
+                  0,
+                  {{pt(0.5f, 0.3f), pt(0.9f, 0.1f), pt(0.5f, 0.9f)},
+                   {pt(0.1f, 0.1f), pt(0.5f, 0.3f), pt(0.5f, 0.9f)}}},
+        // The reflex corner is vertex 1 and stays reflex for three levels.
+        SplitCase{"LWithReflexSecondVertex",
+                  polygonOf({pt(0.5f, 0.3f), pt(0.3f, 0.3f), pt(0.3f, 0.6f), pt(0.1f, 0.6f),
+                             pt(0.1f, 0.1f), pt(0.5f, 0.1f)}),
+                  0,
+                  {{pt(0.3f, 0.3f), pt(0.3f, 0.6f), pt(0.1f, 0.6f)},
+                   {pt(0.3f, 0.3f), pt(0.1f, 0.6f), pt(0.1f, 0.1f)},
+                   {pt(0.5f, 0.3f), pt(0.3f, 0.3f), pt(0.1f, 0.1f)},
+                   {pt(0.5f, 0.3f), pt(0.1f, 0.1f), pt(0.5f, 0.1f)}}},
+        SplitCase{"UShapeWithTwoReflexCorners",
+                  polygonOf({pt(0.1f, 0.1f), pt(0.3f, 0.1f), pt(0.3f, 0.5f), pt(0.5f, 0.5f),
+                             pt(0.5f, 0.15f), pt(0.7f, 0.15f), pt(0.7f, 0.7f), pt(0.1f, 0.7f)}),
+                  0,
+                  {{pt(0.1f, 0.1f), pt(0.3f, 0.1f), pt(0.3f, 0.5f)},
+                   {pt(0.5f, 0.5f), pt(0.5f, 0.15f), pt(0.7f, 0.15f)},
+                   {pt(0.5f, 0.5f), pt(0.7f, 0.15f), pt(0.7f, 0.7f)},
+                   {pt(0.3f, 0.5f), pt(0.5f, 0.5f), pt(0.7f, 0.7f)},
+                   {pt(0.3f, 0.5f), pt(0.7f, 0.7f), pt(0.1f, 0.7f)},
+                   {pt(0.1f, 0.1f), pt(0.3f, 0.5f), pt(0.1f, 0.7f)}}},
+        // Both prongs end on y = 0.1: collinear edges count as crossing.
+        SplitCase{"UShapeWithCollinearEndsIsRefused",
+                  polygonOf({pt(0.1f, 0.1f), pt(0.3f, 0.1f), pt(0.3f, 0.5f), pt(0.5f, 0.5f),
+                             pt(0.5f, 0.1f), pt(0.7f, 0.1f), pt(0.7f, 0.7f), pt(0.1f, 0.7f)}),
+                  -1,
+                  {}},
+        SplitCase{"BowTieIsRefused",
+                  polygonOf({pt(0, 0), pt(1, 1), pt(1, 0), pt(0, 1)}),
+                  -1,
+                  {}},
+        // The closing edge crosses e1, which the check does not compare: the polygon
+        // passes, no ear passes, and the result is 0 with no triangle.
+        SplitCase{"CrossingPentagonPassesTheCheckButGivesNoTriangle",
+                  polygonOf({pt(0.5f, 0.1f), pt(0.1f, 0.5f), pt(0.9f, 0.5f), pt(0.9f, 0.8f),
+                             pt(0.5f, 0.8f)}),
+                  0,
+                  {}}),
+    [](const ::testing::TestParamInfo<SplitCase>& info) { return info.param.name; });
 
 TEST(Triangulation, RefusesNullListAndTooFewVertices)
 {
@@ -207,4 +244,93 @@ TEST(Triangulation, SimplePolygonsGiveNMinusTwoTrianglesCoveringTheArea)
             EXPECT_NEAR(sum, whole, 1e-6) << "n=" << n;
         }
     }
+}
+
+TEST(Triangulation, GraphMetaAppendsToTheCallersList)
+{
+    Tavrin::Polygon anyPrimitive;
+    std::list<tagTAVRIN_TRIANGLE_> tris(1);
+    EXPECT_EQ(anyPrimitive.SplitPolygon(polygonOf({pt(0, 0), pt(1, 0), pt(1, 1), pt(0, 1)}), &tris),
+              0);
+    EXPECT_EQ(tris.size(), 3u);
+    EXPECT_EQ(anyPrimitive.SplitPolygon(polygonOf({pt(0, 0), pt(1, 0)}), &tris), -1);
+    EXPECT_EQ(anyPrimitive.SplitPolygon(polygonOf({pt(0, 0), pt(1, 0), pt(1, 1)}), nullptr), -1);
+    EXPECT_EQ(tris.size(), 3u);
+}
+
+namespace {
+
+// The cut exactly as described: one level per call, the first ear in index order,
+// recursing on what it leaves. The library's loop must give the same list.
+int referenceSplit(const tagTAVRIN_POLYGON& polygon, std::list<tagTAVRIN_TRIANGLE_>* out)
+{
+    const int n = polygon.count;
+    if (n < 3 || !polygonIsValid(polygon)) {
+        return -1;
+    }
+    if (n == 3) {
+        out->push_back(tagTAVRIN_TRIANGLE_{{polygon.points[0], polygon.points[1], polygon.points[2]}});
+        return 0;
+    }
+    double whole = 0.0;
+    polygonArea(polygon, &whole);
+    for (int i = 0; i < n - 1; ++i) {
+        tagTAVRIN_POLYGON remain{};
+        remainPolygon(polygon, (i + 1) % n, &remain);
+        if (!polygonIsValid(remain)) {
+            continue;
+        }
+        const tagTAVRIN_TRIANGLE_ ear{
+            {polygon.points[i], polygon.points[(i + 1) % n], polygon.points[(i + 2) % n]}};
+        double rest = 0.0;
+        double earArea = 0.0;
+        polygonArea(remain, &rest);
+        Tavrin::geometry::triangleArea(ear, &earArea);
+        if (std::fabs(earArea + rest - whole) <= static_cast<double>(1e-8f)) {
+            out->push_back(ear);
+            referenceSplit(remain, out);
+            return 0;
+        }
+    }
+    return 0;
+}
+
+}  // namespace
+
+TEST(Triangulation, SameListsAsTheRecursiveCutOnRandomPolygons)
+{
+    std::mt19937 rng(20240611u);
+    std::uniform_real_distribution<float> coord(0.0f, 1.0f);
+    std::uniform_real_distribution<double> jitter(0.3, 1.0);
+    int simple = 0;
+    for (int round = 0; round < 3000; ++round) {
+        const int n = 3 + round % 18;
+        tagTAVRIN_POLYGON p{};
+        p.count = n;
+        const bool starShaped = round % 3 != 0;
+        for (int i = 0; i < n; ++i) {
+            if (starShaped) {
+                const double a = 2.0 * M_PI * (i + jitter(rng) * 0.5) / n;
+                const double r = 0.45 * jitter(rng);
+                p.points[i] = pt(static_cast<float>(0.5 + r * std::cos(a)),
+                                 static_cast<float>(0.5 + r * std::sin(a)));
+            } else {
+                p.points[i] = pt(coord(rng), coord(rng));
+            }
+        }
+        std::list<tagTAVRIN_TRIANGLE_> expected;
+        std::list<tagTAVRIN_TRIANGLE_> actual;
+        const int expectedResult = referenceSplit(p, &expected);
+        ASSERT_EQ(splitPolygon(p, &actual), expectedResult) << "round " << round;
+        ASSERT_EQ(actual.size(), expected.size()) << "round " << round;
+        auto e = expected.begin();
+        for (const tagTAVRIN_TRIANGLE_& t : actual) {
+            ASSERT_TRUE(samePoints(Points(t.points, t.points + 3), Points(e->points, e->points + 3)))
+                << "round " << round;
+            ++e;
+        }
+        simple += static_cast<int>(actual.size()) == n - 2 ? 1 : 0;
+    }
+    // Most star-shaped polygons are simple and cut completely.
+    EXPECT_GT(simple, 1500);
 }

@@ -1,17 +1,7 @@
-#include "geometry/LabelBoxGeometry.h"
+#include "geometry/MarkerTextBox.h"
 
 namespace Tavrin {
 namespace geometry {
-
-void labelBoxCorners(const tagTAVRIN_VCA_RECT& rect, tagTAVRIN_POINT corners[4])
-{
-    const float right = rect.x + rect.width;
-    const float bottom = rect.y + rect.height;
-    corners[0] = tagTAVRIN_POINT{rect.x, rect.y};
-    corners[1] = tagTAVRIN_POINT{right, rect.y};
-    corners[2] = tagTAVRIN_POINT{right, bottom};
-    corners[3] = tagTAVRIN_POINT{rect.x, bottom};
-}
 
 void markerTextBox(const tagTAVRIN_POINT& p, tagTAVRIN_POINT& first, tagTAVRIN_POINT& second)
 {

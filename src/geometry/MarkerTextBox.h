@@ -1,16 +1,12 @@
-#ifndef TAVRIN_GEOMETRY_LABELBOXGEOMETRY_H
-#define TAVRIN_GEOMETRY_LABELBOXGEOMETRY_H
+#ifndef TAVRIN_GEOMETRY_MARKERTEXTBOX_H
+#define TAVRIN_GEOMETRY_MARKERTEXTBOX_H
 
-// Where the analytics objects put their text boxes. Knows no OpenGL.
+// Where the people-counting rule puts the text beside its marker point. Knows no OpenGL.
 
 #include <Tavrin/TavrinTypes.h>
 
 namespace Tavrin {
 namespace geometry {
-
-/// The four corners of a label box in drawing order: (x, y), (x + w, y),
-/// (x + w, y + h), (x, y + h).
-void labelBoxCorners(const tagTAVRIN_VCA_RECT& rect, tagTAVRIN_POINT corners[4]);
 
 /// The text box beside a marker point p: first corner (p.x + 0.01, p.y - 0.01), clamped
 /// afterwards towards the picture (x to 0.97 from 0.99 on, to 0.01 at 0.01 or less; y
@@ -21,4 +17,4 @@ void markerTextBox(const tagTAVRIN_POINT& p, tagTAVRIN_POINT& first, tagTAVRIN_P
 }  // namespace geometry
 }  // namespace Tavrin
 
-#endif  // TAVRIN_GEOMETRY_LABELBOXGEOMETRY_H
+#endif  // TAVRIN_GEOMETRY_MARKERTEXTBOX_H

@@ -1,24 +1,8 @@
-#include "geometry/LabelBoxGeometry.h"
+#include "geometry/MarkerTextBox.h"
 
 #include <gtest/gtest.h>
 
-using Tavrin::geometry::labelBoxCorners;
 using Tavrin::geometry::markerTextBox;
-
-TEST(LabelBoxCorners, RunFromTheAnchorCornerClockwiseOnScreen)
-{
-    const tagTAVRIN_VCA_RECT rect = {0.51f, 0.49f, 0.08f, 0.04f};
-    tagTAVRIN_POINT c[4];
-    labelBoxCorners(rect, c);
-    EXPECT_FLOAT_EQ(c[0].x, 0.51f);
-    EXPECT_FLOAT_EQ(c[0].y, 0.49f);
-    EXPECT_FLOAT_EQ(c[1].x, 0.59f);
-    EXPECT_FLOAT_EQ(c[1].y, 0.49f);
-    EXPECT_FLOAT_EQ(c[2].x, 0.59f);
-    EXPECT_FLOAT_EQ(c[2].y, 0.53f);
-    EXPECT_FLOAT_EQ(c[3].x, 0.51f);
-    EXPECT_FLOAT_EQ(c[3].y, 0.53f);
-}
 
 struct TextBoxRow {
     const char* name;
