@@ -62,8 +62,8 @@ void ITCLine::Draw(void* context, int width, int height, bool /*flag*/)
         return;
     }
     m_pointCount = lineCount;
-    const tagTAVRIN_POINT middle = {(m_points[0].x + m_points[1].x) / 2.0f,
-                                    (m_points[0].y + m_points[1].y) / 2.0f};
+    tagTAVRIN_POINT middle = {(m_points[0].x + m_points[1].x) / 2.0f,
+                              (m_points[0].y + m_points[1].y) / 2.0f};
     tagTAVRIN_VCA_RECT box{0.0f, 0.0f, 0.0f, 0.0f};
     GetDrawLabelRect(middle, box);
     rules::drawLabelBox(box, colors, m_line.GetObjStatus(), m_labelText, context, width, height);

@@ -280,15 +280,23 @@ TEST_F(SizeFilterTest, SquareWithoutAViewSizeGetsNoNonFiniteCorner)
 
 TEST_F(SizeFilterTest, LockedOperationsKeepTheRectangleWholeAcrossThreads)
 {
+    const int kThreads = 4;
+    const int kIterations = 1000;
     SizeFilter* filter = rectangleFilter();
     filter->SetSelPointIndex(1);
     std::atomic<int> torn{0};
     std::atomic<int> reads{0};
+    std::atomic<int> ready{0};
     auto worker = [&](unsigned int seed) {
+        // Start together, so the threads' edits overlap as much as they can.
+        ++ready;
+        while (ready.load() < kThreads) {
+            std::this_thread::yield();
+        }
         std::minstd_rand rng(seed);
         std::uniform_real_distribution<float> coord(0.1f, 0.9f);
         std::uniform_real_distribution<float> step(-0.05f, 0.05f);
-        for (int i = 0; i < 500; ++i) {
+        for (int i = 0; i < kIterations; ++i) {
             tagTAVRIN_POINT a = pt(coord(rng), coord(rng));
             tagTAVRIN_POINT b = pt(coord(rng), coord(rng));
             switch (i % 4) {
@@ -322,13 +330,13 @@ TEST_F(SizeFilterTest, LockedOperationsKeepTheRectangleWholeAcrossThreads)
         }
     };
     std::vector<std::thread> threads;
-    for (unsigned int t = 0; t < 4; ++t) {
-        threads.emplace_back(worker, 17u + t);
+    for (int t = 0; t < kThreads; ++t) {
+        threads.emplace_back(worker, 17u + static_cast<unsigned int>(t));
     }
     for (std::thread& t : threads) {
         t.join();
     }
-    EXPECT_EQ(reads.load(), 4 * 500);
+    EXPECT_EQ(reads.load(), kThreads * kIterations);
     EXPECT_EQ(torn.load(), 0);
     const std::vector<tagTAVRIN_POINT> c = points(filter);
     ASSERT_EQ(c.size(), 4u);
