@@ -103,7 +103,7 @@ TEST_P(ITCLineColours, LineAndLabelTakeTheTypeColourForTheStatus)
     line->Draw(nullptr, 640, 480, true);
 
     ASSERT_EQ(recorded().batchesOf(GL_LINES).size(), 1u);  // always a plain segment
-    const rec::Batch& segment = recorded().batchesOf(GL_LINES)[0];
+    const rec::Batch segment = recorded().batchesOf(GL_LINES)[0];
     EXPECT_EQ(segment.color, rec::rgba(row.colour));
     EXPECT_FLOAT_EQ(segment.lineWidth, 2.0f);
     EXPECT_EQ(recorded().batchesOf(GL_POINTS).size(), row.markers);
