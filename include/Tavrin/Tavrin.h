@@ -18,6 +18,7 @@
 #include <Tavrin/Line.h>
 #include <Tavrin/Arrow.h>
 #include <Tavrin/BrokenLine.h>
+#include <Tavrin/TextRendering.h>
 
 #include <Tavrin/VcaObject.h>
 #include <Tavrin/VcaObjectContainer.h>

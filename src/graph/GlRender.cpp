@@ -1,5 +1,9 @@
 #include "graph/GlRender.h"
 
+#include "graph/BitmapText.h"
+
+#include <Tavrin/TextRendering.h>
+
 namespace Tavrin {
 namespace gl {
 
@@ -86,22 +90,36 @@ void callPerCharacter(GLuint list, const char* text)
     }
 }
 
+// One mark: its raster position and one list call per character, then, when text is
+// rendered, its glyph centred there.
+void sideMark(GLuint list, const tagTAVRIN_POINT& at, const char* mark, bool glyphs)
+{
+    rasterAt(at);
+    callPerCharacter(list, mark);
+    if (glyphs) {
+        drawGlyphRun(mark, 1, TextPlacement::Centred);
+    }
+}
+
 }  // namespace
 
 void drawSideMarks(const tagTAVRIN_POINT& markA, const tagTAVRIN_POINT& markB)
 {
+    const bool glyphs = TextRendering::IsEnabled();
     const GLuint list = glGenLists(1);
-    rasterAt(markA);
-    callPerCharacter(list, "A");
-    rasterAt(markB);
-    callPerCharacter(list, "B");
+    sideMark(list, markA, "A", glyphs);
+    sideMark(list, markB, "B", glyphs);
     glDeleteLists(list, 1);
 }
 
-void drawLabelText(const tagTAVRIN_POINT& corner, const char* /*text*/)
+void drawLabelText(const tagTAVRIN_POINT& corner, const char* text)
 {
+    const bool glyphs = TextRendering::IsEnabled();
     rasterAt(corner);
     const GLuint list = glGenLists(1);
+    if (glyphs) {
+        drawGlyphRun(text, kLabelTextCapacity, TextPlacement::InsideBox);
+    }
     glDeleteLists(list, 1);
 }
 

@@ -49,11 +49,18 @@ void emit(GLenum mode, const tagTAVRIN_POINT* points, std::size_t count);
 /// One GL_LINES batch of the segment a-b.
 void emitSegment(const tagTAVRIN_POINT& a, const tagTAVRIN_POINT& b);
 
+/// The bytes of a label's text buffer; drawLabelText reads no further.
+constexpr std::size_t kLabelTextCapacity = 128;
+
 /// The "A"/"B" side marks: one display list reserved, the raster position at each mark
-/// with one list call per character, the list freed.
+/// with one list call per character, the list freed. With TextRendering on, each mark's
+/// glyph is drawn centred on its position after its list call, and the raster position
+/// is moved back to the mark.
 void drawSideMarks(const tagTAVRIN_POINT& markA, const tagTAVRIN_POINT& markB);
-/// A label's text anchored at `corner`: raster position, one display list reserved and
-/// freed.
+/// A label's text anchored at `corner` (the top-left of its box): raster position, one
+/// display list reserved and freed. With TextRendering on, the glyphs of `text` (up to its
+/// first NUL, at most kLabelTextCapacity bytes; none for a null text) are drawn between
+/// the two inside the box, and the raster position is moved back to the corner.
 void drawLabelText(const tagTAVRIN_POINT& corner, const char* text);
 
 }  // namespace gl

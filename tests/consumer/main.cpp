@@ -20,6 +20,12 @@ int main()
     if (registry->AddVcaObject(nullptr) != -1) {
         return 3;
     }
+    Tavrin::TextRendering::SetEnabled(true);
+    const bool textOn = Tavrin::TextRendering::IsEnabled();
+    Tavrin::TextRendering::SetEnabled(false);
+    if (!textOn || Tavrin::TextRendering::IsEnabled()) {
+        return 5;
+    }
     if (!Tavrin::VcaObjectContainer::Release()) {
         return 4;
     }

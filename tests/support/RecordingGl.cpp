@@ -1,5 +1,6 @@
 #include "support/RecordingGl.h"
 
+#include <cstddef>
 #include <cstdio>
 #include <map>
 #include <sstream>
@@ -37,6 +38,23 @@ std::string num(double v)
 }
 
 void record(const std::string& call) { gl().calls.push_back(call); }
+
+// A bitmap as GL unpacks it with the default pixel-store state but the given alignment:
+// rows padded to a multiple of the alignment, bottom row first, MSB the leftmost pixel.
+std::vector<std::string> bitmapRows(int width, int height, int alignment, const GLubyte* bits)
+{
+    const int rowBytes = (width + 7) / 8;
+    const int stride = alignment > 0 ? (rowBytes + alignment - 1) / alignment * alignment : rowBytes;
+    std::vector<std::string> rows(static_cast<std::size_t>(height));
+    for (int r = 0; r < height; ++r) {
+        const GLubyte* row = bits + static_cast<std::ptrdiff_t>(r) * stride;
+        std::string& out = rows[static_cast<std::size_t>(height - 1 - r)];
+        for (int c = 0; c < width; ++c) {
+            out += (row[c / 8] & (0x80 >> (c % 8))) != 0 ? '#' : '.';
+        }
+    }
+    return rows;
+}
 
 }  // namespace
 
@@ -117,6 +135,17 @@ std::vector<Batch> Recorder::batchesOf(GLenum mode) const
     return out;
 }
 
+std::vector<Bitmap> RasterText::glyphs() const
+{
+    std::vector<Bitmap> out;
+    for (const Bitmap& b : bitmaps) {
+        if (b.width > 0 && b.height > 0) {
+            out.push_back(b);
+        }
+    }
+    return out;
+}
+
 bool Recorder::stateIsClean() const { return stateReport().empty(); }
 
 std::string Recorder::stateReport() const
@@ -133,6 +162,12 @@ std::string Recorder::stateReport() const
     }
     if (inBatch) {
         out << "glBegin without glEnd; ";
+    }
+    if (rasterX != 0.0f || rasterY != 0.0f) {
+        out << "raster position left (" << rasterX << "," << rasterY << ") px from its glRasterPos; ";
+    }
+    if (unpackAlignment != 4) {
+        out << "GL_UNPACK_ALIGNMENT left at " << unpackAlignment << "; ";
     }
     if (!liveLists.empty()) {
         out << liveLists.size() << " display list(s) left reserved; ";
@@ -236,7 +271,8 @@ GLAPI void GLAPIENTRY glVertex2f(GLfloat x, GLfloat y)
 
 GLAPI void GLAPIENTRY glRasterPos2f(GLfloat x, GLfloat y)
 {
-    gl().texts.push_back(rec::RasterText{tagTAVRIN_POINT{x / 2.0f, 1.0f - y / 2.0f}, 0});
+    gl().texts.push_back(rec::RasterText{tagTAVRIN_POINT{x / 2.0f, 1.0f - y / 2.0f}, 0, {}, gl().color});
+    gl().rasterX = gl().rasterY = 0.0f;
     rec::record("glRasterPos2f(" + rec::num(x) + "," + rec::num(y) + ")");
 }
 
@@ -262,6 +298,39 @@ GLAPI void GLAPIENTRY glDeleteLists(GLuint list, GLsizei range)
 {
     gl().liveLists.erase(list);
     rec::record("glDeleteLists(list," + std::to_string(range) + ")");
+}
+
+GLAPI void GLAPIENTRY glPixelStorei(GLenum pname, GLint param)
+{
+    if (pname == GL_UNPACK_ALIGNMENT) {
+        gl().unpackAlignment = param;
+    }
+    rec::record("glPixelStorei(" + rec::enumName(pname) + "," + std::to_string(param) + ")");
+}
+
+GLAPI void GLAPIENTRY glBitmap(GLsizei width, GLsizei height, GLfloat xorig, GLfloat yorig, GLfloat xmove,
+                               GLfloat ymove, const GLubyte* bitmap)
+{
+    rec::Bitmap b;
+    b.width = width;
+    b.height = height;
+    b.xorig = xorig;
+    b.yorig = yorig;
+    b.xmove = xmove;
+    b.ymove = ymove;
+    b.atX = gl().rasterX;
+    b.atY = gl().rasterY;
+    if (width > 0 && height > 0 && bitmap != nullptr) {
+        b.rows = rec::bitmapRows(width, height, gl().unpackAlignment, bitmap);
+    }
+    gl().rasterX += xmove;
+    gl().rasterY += ymove;
+    if (!gl().texts.empty()) {
+        gl().texts.back().bitmaps.push_back(b);
+    }
+    rec::record("glBitmap(" + std::to_string(width) + "," + std::to_string(height) + "," + rec::num(xorig) +
+                "," + rec::num(yorig) + "," + rec::num(xmove) + "," + rec::num(ymove) + "," +
+                (bitmap != nullptr ? "bits" : "null") + ")");
 }
 
 }  // extern "C"

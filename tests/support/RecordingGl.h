@@ -42,9 +42,29 @@ struct Batch {
     tagTAVRIN_POINT at(std::size_t i) const;
 };
 
+/// One glBitmap call. A zero-size bitmap only moves the raster position.
+struct Bitmap {
+    int width = 0;
+    int height = 0;
+    float xorig = 0.0f;
+    float yorig = 0.0f;
+    float xmove = 0.0f;
+    float ymove = 0.0f;
+    float atX = 0.0f;  ///< raster position, pixels right of the last glRasterPos2f
+    float atY = 0.0f;  ///< raster position, pixels above the last glRasterPos2f
+    /// The bits as GL reads them under the current unpack alignment, top row first, one
+    /// '#' (set) or '.' (clear) per pixel; empty for a move.
+    std::vector<std::string> rows;
+};
+
 struct RasterText {
-    tagTAVRIN_POINT position;  ///< glRasterPos2f arguments mapped back to the picture
-    int listCalls = 0;         ///< glCallList calls made at this position
+    tagTAVRIN_POINT position;     ///< glRasterPos2f arguments mapped back to the picture
+    int listCalls = 0;            ///< glCallList calls made at this position
+    std::vector<Bitmap> bitmaps;  ///< glBitmap calls made from this position, moves included
+    Rgba color;                   ///< the current colour, which glRasterPos2f latches for glyphs
+
+    /// The bitmaps that draw (width and height above 0), in order.
+    std::vector<Bitmap> glyphs() const;
 };
 
 struct Recorder {
@@ -60,6 +80,9 @@ struct Recorder {
     float translateY = 0.0f;
     bool identity = true;
     bool inBatch = false;
+    GLint unpackAlignment = 4;
+    float rasterX = 0.0f;  ///< raster position, pixels from the last glRasterPos2f
+    float rasterY = 0.0f;
     GLuint nextList = 1;
     std::set<GLuint> liveLists;
     int listsGenerated = 0;
@@ -71,7 +94,8 @@ struct Recorder {
     std::vector<std::string> names() const;
     std::vector<Batch> batchesOf(GLenum mode) const;
     /// Blending and smoothing disabled, colour opaque white, matrix identity, no open
-    /// batch and no display list left reserved.
+    /// batch, no display list left reserved, the raster position where the last
+    /// glRasterPos2f put it and the unpack alignment at its initial 4.
     bool stateIsClean() const;
     /// Why stateIsClean() is false, for failure messages.
     std::string stateReport() const;

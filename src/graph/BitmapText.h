@@ -1,0 +1,39 @@
+#ifndef TAVRIN_GRAPH_BITMAPTEXT_H
+#define TAVRIN_GRAPH_BITMAPTEXT_H
+
+// Glyphs of the built-in font (graph/FontTable.h) drawn with glBitmap at the current
+// raster position. Used by the text helpers of GlRender when text rendering is on.
+
+#include <cstddef>
+
+namespace Tavrin {
+namespace gl {
+
+/// Where a run of glyphs stands relative to the raster position it starts from.
+enum class TextPlacement {
+    /// Inside a box whose top-left corner is the raster position: the first cell starts
+    /// 2 pixels right of and below the corner.
+    InsideBox,
+    /// Centred on the raster position: horizontally over the run's cells, vertically
+    /// over the capitals.
+    Centred,
+};
+
+/// The longest run drawn; longer texts are cut (labels hold at most 127 bytes).
+constexpr std::size_t kMaxRunBytes = 1024;
+
+/// Draws `text` up to its first NUL, at most `maxBytes` and kMaxRunBytes bytes (nothing
+/// for a null text), one glyph per byte, then moves the raster position back to where it
+/// was. Calls glBitmap only: the glyphs take the raster colour latched by the last
+/// glRasterPos, and the pixel-store state is neither read nor changed (any unpack
+/// alignment reads the glyphs alike; the other unpack parameters are expected at GL's
+/// defaults, with no pixel-unpack buffer bound). Nothing is drawn while the raster
+/// position is invalid. Moves are zero-size bitmaps, so a run that starts left of or
+/// below a valid raster position (a centred mark on the view's edge) keeps it valid and
+/// is clipped pixel by pixel.
+void drawGlyphRun(const char* text, std::size_t maxBytes, TextPlacement placement);
+
+}  // namespace gl
+}  // namespace Tavrin
+
+#endif  // TAVRIN_GRAPH_BITMAPTEXT_H

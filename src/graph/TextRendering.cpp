@@ -1,0 +1,18 @@
+#include <Tavrin/TextRendering.h>
+
+#include <atomic>
+
+namespace Tavrin {
+
+namespace {
+
+// Constant-initialised, so it is valid before any static constructor runs.
+std::atomic<bool> g_textRendering{false};
+
+}  // namespace
+
+void TextRendering::SetEnabled(bool enabled) { g_textRendering.store(enabled, std::memory_order_relaxed); }
+
+bool TextRendering::IsEnabled() { return g_textRendering.load(std::memory_order_relaxed); }
+
+}  // namespace Tavrin
