@@ -28,6 +28,11 @@
 #include <Tavrin/ReferenceRegion.h>
 #include <Tavrin/EnterRegion.h>
 #include <Tavrin/ITCPlateRegion.h>
+#include <Tavrin/VcaRule.h>
+#include <Tavrin/ITCLine.h>
+#include <Tavrin/Lane.h>
+#include <Tavrin/PdcRule.h>
+#include <Tavrin/SizeFilter.h>
 
 // Calibration figures.
 #include <Tavrin/AtmCali.h>
