@@ -28,7 +28,19 @@
 #include <Tavrin/ReferenceRegion.h>
 #include <Tavrin/EnterRegion.h>
 #include <Tavrin/ITCPlateRegion.h>
+#include <Tavrin/VcaRule.h>
+#include <Tavrin/ITCLine.h>
+#include <Tavrin/Lane.h>
+#include <Tavrin/PdcRule.h>
+#include <Tavrin/SizeFilter.h>
 
 // Calibration figures.
+#include <Tavrin/AtmCali.h>
+#include <Tavrin/BehaviorCali.h>
+#include <Tavrin/BehaviorCheck.h>
+#include <Tavrin/ItsCali.h>
+#include <Tavrin/PupilDistance.h>
+#include <Tavrin/BinoCali.h>
+#include <Tavrin/LfCali.h>
 
 #endif  // TAVRIN_TAVRIN_H

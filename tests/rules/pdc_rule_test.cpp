@@ -1,0 +1,315 @@
+#include "rules/RulesTest.h"
+
+#include <Tavrin/PdcRule.h>
+
+#include <limits>
+#include <string>
+
+using Tavrin::PdcRule;
+
+namespace {
+
+const unsigned int kBlue = 0x285ea6;
+const unsigned int kMagenta = 0xd90db0;
+const unsigned int kCaliGreen = 0x2efa33;
+
+tagTAVRIN_POINT kSquare[4] = {{0.2f, 0.2f}, {0.4f, 0.2f}, {0.4f, 0.4f}, {0.2f, 0.4f}};
+
+}  // namespace
+
+class PdcRuleTest : public RuleTest {
+protected:
+    PdcRule* areaRule()
+    {
+        PdcRule* rule = hostCreate<PdcRule>();
+        EXPECT_TRUE(rule->SetPoints(kSquare, 4));
+        tagTAVRIN_POINT tail = pt(0.3f, 0.25f);
+        tagTAVRIN_POINT tip = pt(0.3f, 0.35f);
+        EXPECT_TRUE(rule->SetArrowPoints(tail, tip));
+        return rule;
+    }
+    PdcRule* lineRule()
+    {
+        PdcRule* rule = hostCreate<PdcRule>();
+        rule->SetVcaPDCLineOrRect(true);
+        tagTAVRIN_POINT ends[2] = {pt(0.2f, 0.5f), pt(0.6f, 0.5f)};
+        EXPECT_TRUE(rule->SetPoints(ends, 2));
+        return rule;
+    }
+    static tagTAVRIN_POINT areaArrowTail(PdcRule* rule)
+    {
+        rule->SetVcaPDCLineOrRect(false);
+        tagTAVRIN_POINT tail = {};
+        tagTAVRIN_POINT tip = {};
+        EXPECT_TRUE(rule->GetArrowPoints(&tail, &tip));
+        return tail;
+    }
+};
+
+TEST_F(PdcRuleTest, HostDrivesAnAreaRule)
+{
+    PdcRule* rule = areaRule();
+    ASSERT_NE(rule, nullptr);
+    tagTAVRIN_POINT corner = pt(0.2f, 0.21f);
+    EXPECT_EQ(rule->CheckPointSelected(corner), 1u);
+    rule->SetSelPointIndex(1);
+    tagTAVRIN_POINT drop = pt(0.1f, 0.11f);
+    rule->MovePoint(corner, drop);
+    tagTAVRIN_POINT inside = pt(0.3f, 0.3f);
+    EXPECT_TRUE(rule->CheckSelected(inside));
+    tagTAVRIN_POINT to = pt(0.35f, 0.3f);
+    rule->Move(inside, to);
+
+    tagTAVRIN_POINT out[10];
+    unsigned int count = 0;
+    ASSERT_TRUE(rule->GetPoints(out, &count));
+    ASSERT_EQ(count, 4u);
+    EXPECT_POINT_NEAR(out[0], 0.15f, 0.1f, 1e-6);
+    EXPECT_POINT_NEAR(out[1], 0.45f, 0.2f, 1e-6);
+    tagTAVRIN_POINT tail;
+    tagTAVRIN_POINT tip;
+    ASSERT_TRUE(rule->GetArrowPoints(&tail, &tip));
+    EXPECT_POINT_NEAR(tail, 0.35f, 0.25f, 1e-6);
+    EXPECT_POINT_NEAR(tip, 0.35f, 0.35f, 1e-6);
+
+    rule->Draw(nullptr, 1000, 1000, false);
+    const auto& batches = recorded().batches;
+    ASSERT_GE(batches.size(), 2u);
+    EXPECT_EQ(batches.front().mode, static_cast<GLenum>(GL_LINE_LOOP));
+    EXPECT_EQ(batches.front().color, rec::rgba(kBlue));
+    EXPECT_EQ(batches.front().vertices.size(), 4u);
+    EXPECT_EQ(batches.back().mode, static_cast<GLenum>(GL_LINE_LOOP));  // the arrow
+    EXPECT_EQ(batches.back().color, rec::rgba(kBlue));
+    EXPECT_EQ(batches.back().vertices.size(), 8u);
+    EXPECT_TRUE(recorded().batchesOf(GL_POINTS).empty());  // no single point set
+    // The text box is placed anyway, from the origin, in the label's own colour.
+    ASSERT_EQ(recorded().texts.size(), 1u);
+    EXPECT_POINT_NEAR(recorded().texts[0].position, 0.01f, 0.03f, 1e-6);
+    EXPECT_EQ(colourAtText(0), colourCall(kMagenta));
+    EXPECT_GL_STATE_CLEAN();
+    hostDelete(rule);
+}
+
+TEST_F(PdcRuleTest, StatusReachesTheFigureAndTheArrow)
+{
+    PdcRule* rule = areaRule();
+    rule->SetObjStatus(TAVRIN_OBJ_STATUS_HIGHLIGHTED);
+    rule->Draw(nullptr, 1000, 1000, true);
+    EXPECT_EQ(countBatches(GL_LINE_LOOP, rec::rgba(kMagenta), 4), 1u);
+    EXPECT_EQ(countBatches(GL_LINE_LOOP, rec::rgba(kMagenta), 8), 1u);
+    rule->SetVcaPDCLineOrRect(true);
+    EXPECT_EQ(rule->GetObjStatus(), TAVRIN_OBJ_STATUS_NORMAL);  // the line keeps its own
+    rule->SetVcaPDCLineOrRect(false);
+    EXPECT_EQ(rule->GetObjStatus(), TAVRIN_OBJ_STATUS_HIGHLIGHTED);
+}
+
+TEST_F(PdcRuleTest, EachModeKeepsItsOwnVertices)
+{
+    PdcRule* rule = areaRule();
+    rule->SetVcaPDCLineOrRect(true);
+    tagTAVRIN_POINT out[10];
+    unsigned int count = 0;
+    ASSERT_TRUE(rule->GetPoints(out, &count));
+    EXPECT_EQ(count, 2u);
+    EXPECT_POINT_NEAR(out[0], 0.0f, 0.0f, 0.0);
+    tagTAVRIN_POINT three[3] = {pt(0.1f, 0.1f), pt(0.2f, 0.2f), pt(0.3f, 0.3f)};
+    EXPECT_FALSE(rule->SetPoints(three, 3));  // a line takes two
+    ASSERT_TRUE(rule->SetPoints(three, 2));
+    rule->SetVcaPDCLineOrRect(false);
+    ASSERT_TRUE(rule->GetPoints(out, &count));
+    EXPECT_EQ(count, 4u);
+    EXPECT_POINT_NEAR(out[2], 0.4f, 0.4f, 0.0);
+}
+
+TEST_F(PdcRuleTest, LineModeDrawsAPlainWideLineWithoutTheArea)
+{
+    PdcRule* rule = lineRule();
+    rule->Draw(nullptr, 1000, 1000, true);
+    EXPECT_EQ(batchModes(), (std::vector<GLenum>{GL_LINES}));
+    const rec::Batch& line = recorded().batches.at(0);
+    EXPECT_EQ(line.color, rec::rgba(kBlue));
+    EXPECT_FLOAT_EQ(line.lineWidth, 4.0f);
+    EXPECT_POINT_NEAR(line.at(0), 0.2f, 0.5f, 1e-6);
+    EXPECT_POINT_NEAR(line.at(1), 0.6f, 0.5f, 1e-6);
+    EXPECT_EQ(recorded().texts.size(), 1u);
+    EXPECT_GL_STATE_CLEAN();
+}
+
+TEST_F(PdcRuleTest, SelectedCalibratingLineDrawsItsCalibrationAndDirectionArrow)
+{
+    PdcRule* rule = lineRule();
+    rule->SetVcaPDCLineCali(true);
+    rule->SetObjStatus(TAVRIN_OBJ_STATUS_SELECTED);
+    rule->Draw(nullptr, 1000, 1000, true);
+    std::size_t caliLines = 0;
+    for (const rec::Batch& b : recorded().batchesOf(GL_LINES)) {
+        caliLines += b.color == rec::rgba(kCaliGreen) ? 1 : 0;
+    }
+    EXPECT_GE(caliLines, 1u);
+    EXPECT_EQ(countBatches(GL_LINE_LOOP, rec::rgba(kMagenta), 8), 1u);
+    // The direction arrow was re-anchored at the middle, 0.1 across the line.
+    tagTAVRIN_POINT tail;
+    tagTAVRIN_POINT tip;
+    ASSERT_TRUE(rule->GetArrowPoints(&tail, &tip));
+    EXPECT_POINT_NEAR(tail, 0.4f, 0.5f, 1e-6);
+    EXPECT_POINT_NEAR(tip, 0.4f, 0.6f, 1e-6);
+    EXPECT_GL_STATE_CLEAN();
+
+    // The same line in area mode draws none of it.
+    rule->SetVcaPDCLineOrRect(false);
+    rec::gl().reset();
+    rule->Draw(nullptr, 1000, 1000, true);
+    EXPECT_TRUE(recorded().batchesOf(GL_LINES).empty());
+}
+
+TEST_F(PdcRuleTest, NullLineDrawsOnlyThePointAndItsText)
+{
+    PdcRule* rule = hostCreate<PdcRule>();
+    rule->SetVcaPDCLineOrRect(true);
+    EXPECT_TRUE(rule->IsNull());
+    tagTAVRIN_POINT marker[1] = {pt(0.5f, 0.5f)};
+    ASSERT_TRUE(rule->SetSinglePoints(marker, 1));
+    EXPECT_FALSE(rule->IsNull());  // the point alone makes a line rule non-null
+    rule->SetObjStatus(TAVRIN_OBJ_STATUS_SELECTED);
+    rule->Draw(nullptr, 640, 480, true);
+    ASSERT_EQ(recorded().batches.size(), 1u);
+    const rec::Batch& dot = recorded().batches[0];
+    EXPECT_EQ(dot.mode, static_cast<GLenum>(GL_POINTS));
+    EXPECT_FLOAT_EQ(dot.pointSize, 8.0f);  // the highlighted look: no halo
+    EXPECT_EQ(dot.color, rec::rgba(kBlue));
+    EXPECT_POINT_NEAR(dot.at(0), 0.5f, 0.5f, 1e-6);
+    ASSERT_EQ(recorded().texts.size(), 1u);
+    EXPECT_POINT_NEAR(recorded().texts[0].position, 0.51f, 0.49f, 1e-6);
+    EXPECT_GL_STATE_CLEAN();
+
+    rule->SetVcaPDCLineOrRect(false);
+    EXPECT_TRUE(rule->IsNull());  // the area mode asks the polygon only
+}
+
+TEST_F(PdcRuleTest, LineBecomesNonNullWithOneNonZeroVertex)
+{
+    PdcRule* rule = hostCreate<PdcRule>();
+    rule->SetVcaPDCLineOrRect(true);
+    tagTAVRIN_POINT ends[2] = {pt(0.0f, 0.0f), pt(0.0f, 0.1f)};
+    ASSERT_TRUE(rule->SetPoints(ends, 2));
+    EXPECT_FALSE(rule->IsNull());
+}
+
+struct TextPlacementRow {
+    const char* name;
+    tagTAVRIN_POINT marker;
+    tagTAVRIN_POINT text;
+};
+
+class PdcRuleText : public PdcRuleTest, public ::testing::WithParamInterface<TextPlacementRow> {};
+
+TEST_P(PdcRuleText, TextIsAnchoredAtTheClampedCorner)
+{
+    const TextPlacementRow& row = GetParam();
+    PdcRule* rule = hostCreate<PdcRule>();
+    tagTAVRIN_POINT marker[1] = {row.marker};
+    ASSERT_TRUE(rule->SetSinglePoints(marker, 1));
+    char text[] = "In 12 / Out 7";
+    ASSERT_TRUE(rule->SetText(text));
+    rule->Draw(nullptr, 800, 600, true);
+    ASSERT_EQ(recorded().texts.size(), 1u);
+    EXPECT_POINT_NEAR(recorded().texts[0].position, row.text.x, row.text.y, 1e-6);
+    EXPECT_GL_STATE_CLEAN();
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, PdcRuleText,
+    ::testing::Values(TextPlacementRow{"Inside", {0.5f, 0.5f}, {0.51f, 0.49f}},
+                      TextPlacementRow{"RightEdge", {0.995f, 0.5f}, {0.97f, 0.49f}},
+                      TextPlacementRow{"TopEdge", {0.5f, 0.005f}, {0.51f, 0.03f}},
+                      TextPlacementRow{"BottomEdge", {0.5f, 1.0f}, {0.51f, 0.99f}}),
+    [](const ::testing::TestParamInfo<TextPlacementRow>& info) { return info.param.name; });
+
+TEST_F(PdcRuleTest, AreaDragRefusedByThePolygonLeavesTheArrow)
+{
+    PdcRule* rule = areaRule();
+    tagTAVRIN_POINT from = pt(0.3f, 0.3f);
+    tagTAVRIN_POINT tooFar = pt(0.3f, 1.0f);  // the polygon would reach y = 1.1
+    rule->Move(from, tooFar);
+    EXPECT_POINT_NEAR(areaArrowTail(rule), 0.3f, 0.25f, 0.0);
+}
+
+TEST_F(PdcRuleTest, LineDragMovesTheAreaArrowEvenWhenTheLineRefuses)
+{
+    PdcRule* rule = areaRule();
+    rule->SetVcaPDCLineOrRect(true);
+    tagTAVRIN_POINT ends[2] = {pt(0.9f, 0.5f), pt(1.0f, 0.5f)};
+    ASSERT_TRUE(rule->SetPoints(ends, 2));
+    tagTAVRIN_POINT from = pt(0.5f, 0.5f);
+    tagTAVRIN_POINT to = pt(0.55f, 0.5f);
+    rule->Move(from, to);  // the line would leave the picture; the arrow moves anyway
+    tagTAVRIN_POINT out[10];
+    unsigned int count = 0;
+    ASSERT_TRUE(rule->GetPoints(out, &count));
+    EXPECT_POINT_NEAR(out[0], 0.9f, 0.5f, 0.0);
+    EXPECT_POINT_NEAR(areaArrowTail(rule), 0.35f, 0.25f, 1e-6);
+}
+
+TEST_F(PdcRuleTest, CalibrationPointsAreAlwaysTakenInPairs)
+{
+    PdcRule* rule = lineRule();
+    tagTAVRIN_POINT five[5] = {pt(0.25f, 0.5f), pt(0.35f, 0.5f), pt(0.9f, 0.9f), pt(0.8f, 0.8f),
+                               pt(0.7f, 0.7f)};
+    EXPECT_TRUE(rule->SetPDCCaliPoint(five, 5));
+    tagTAVRIN_POINT out[2] = {};
+    unsigned int count = 0;
+    ASSERT_TRUE(rule->GetPDCCaliPoint(out, &count));
+    EXPECT_EQ(count, 2u);
+    EXPECT_POINT_NEAR(out[0], 0.25f, 0.5f, 0.0);
+    EXPECT_POINT_NEAR(out[1], 0.35f, 0.5f, 0.0);
+    EXPECT_FALSE(rule->SetPDCCaliPoint(nullptr, 2));
+    EXPECT_FALSE(rule->GetPDCCaliPoint(nullptr, &count));
+    EXPECT_FALSE(rule->GetPDCCaliPoint(out, nullptr));
+    EXPECT_FALSE(rule->SetTargetWidthLine(nullptr));
+}
+
+TEST_F(PdcRuleTest, CalibrationHitIsZeroWhileLineCalibrationIsOff)
+{
+    PdcRule* rule = lineRule();
+    rule->Draw(nullptr, 1000, 1000, true);
+    tagTAVRIN_POINT p = pt(0.4f, 0.5f);
+    EXPECT_EQ(rule->CheckCaliPointSelected(p), 0u);  // the base would answer 1
+}
+
+TEST_F(PdcRuleTest, SinglePointAndTextRefusals)
+{
+    PdcRule* rule = hostCreate<PdcRule>();
+    tagTAVRIN_POINT two[2] = {pt(0.3f, 0.4f), pt(0.6f, 0.7f)};
+    EXPECT_TRUE(rule->SetSinglePoints(two, 2));  // the count is ignored: one point
+    tagTAVRIN_POINT bad[1] = {pt(std::numeric_limits<float>::quiet_NaN(), 0.5f)};
+    EXPECT_FALSE(rule->SetSinglePoints(bad, 1));
+    EXPECT_FALSE(rule->SetSinglePoints(nullptr, 1));
+    tagTAVRIN_POINT out[1] = {};
+    unsigned int count = 0;
+    ASSERT_TRUE(rule->GetSinglePoints(out, &count));
+    EXPECT_EQ(count, 1u);
+    EXPECT_POINT_NEAR(out[0], 0.3f, 0.4f, 0.0);
+    EXPECT_FALSE(rule->GetSinglePoints(nullptr, &count));
+
+    std::string longest(127, 'x');
+    std::string tooLong(128, 'x');
+    EXPECT_TRUE(rule->SetText(&longest[0]));
+    EXPECT_FALSE(rule->SetText(&tooLong[0]));
+    EXPECT_FALSE(rule->SetText(nullptr));
+
+    tagTAVRIN_POINT eleven[11] = {};
+    EXPECT_FALSE(rule->SetPoints(eleven, 11));
+    EXPECT_FALSE(rule->SetPoints(nullptr, 1));
+    EXPECT_FALSE(rule->GetArrowPoints(out, nullptr));
+}
+
+TEST_F(PdcRuleTest, ClosedFlagFollowsTheFigure)
+{
+    PdcRule* rule = areaRule();
+    rule->SetClosed(false);
+    EXPECT_FALSE(rule->GetClosed());
+    rule->Draw(nullptr, 1000, 1000, true);
+    EXPECT_EQ(recorded().batchesOf(GL_LINES).size(), 3u);  // an open outline
+    rule->SetVcaPDCLineOrRect(true);
+    EXPECT_TRUE(rule->GetClosed());
+}

@@ -1,0 +1,142 @@
+#include "rules/RulesTest.h"
+
+#include <Tavrin/ITCLine.h>
+#include <Tavrin/Lane.h>
+#include <Tavrin/PdcRule.h>
+#include <Tavrin/SizeFilter.h>
+#include <Tavrin/VcaRule.h>
+
+#include <cmath>
+#include <functional>
+#include <limits>
+
+using namespace Tavrin;
+
+namespace {
+
+tagTAVRIN_POINT kQuad[4] = {{0.2f, 0.2f}, {0.4f, 0.2f}, {0.4f, 0.4f}, {0.2f, 0.4f}};
+
+// Every analytics rule, filled and selected so that it draws all it can.
+std::vector<std::function<VcaObject*()>> everyRule()
+{
+    return {
+        [] {
+            VcaRule* r = VcaRule::NewInstance();
+            r->SetPoints(kQuad, 3);
+            r->SetRuleType(TAVRIN_RULE_BROKEN_LINE);
+            r->SetArrowDirection(TAVRIN_ARROW_BOTH);
+            return r;
+        },
+        [] {
+            VcaRule* r = VcaRule::NewInstance();
+            r->SetPoints(kQuad, 2);
+            r->SetRuleType(TAVRIN_RULE_LINE);
+            r->SetArrowDirection(TAVRIN_ARROW_POSITIVE);
+            return r;
+        },
+        [] {
+            ITCLine* l = ITCLine::NewInstance();
+            l->SetPoints(kQuad, 2);
+            return l;
+        },
+        [] {
+            Lane* l = Lane::NewInstance();
+            l->SetPoints(kQuad, 4);
+            l->SetArrowPoints(kQuad[0], kQuad[2]);
+            return l;
+        },
+        [] {
+            PdcRule* r = PdcRule::NewInstance();
+            r->SetVcaPDCLineOrRect(true);
+            r->SetVcaPDCLineCali(true);
+            r->SetVcaPDCCaliShoulderLine(true);
+            r->SetPoints(kQuad, 2);
+            float widths[16] = {0.05f, 0.1f, 0.0f, 0.0f, 0.0f, 0.0f, 0.0f, 0.0f,
+                                0.05f, 0.0f, 0.0f, 0.0f, 0.0f, 0.0f, 0.0f, 0.0f};
+            r->SetTargetWidthLine(widths);
+            r->SetSinglePoints(kQuad, 1);
+            return r;
+        },
+        [] {
+            PdcRule* r = PdcRule::NewInstance();
+            r->SetPoints(kQuad, 4);
+            r->SetArrowPoints(kQuad[0], kQuad[2]);
+            return r;
+        },
+        [] {
+            SizeFilter* f = SizeFilter::NewInstance();
+            f->SetSizeFilterType(TAVRIN_SIZE_FILTER_SQUARE);
+            f->SetPoints(kQuad, 4);
+            f->SetColor(1);
+            return f;
+        },
+    };
+}
+
+bool everyVertexFinite()
+{
+    for (const rec::Batch& b : rec::gl().batches) {
+        for (const tagTAVRIN_POINT& v : b.vertices) {
+            if (!std::isfinite(v.x) || !std::isfinite(v.y)) {
+                return false;
+            }
+        }
+    }
+    for (const rec::RasterText& t : rec::gl().texts) {
+        if (!std::isfinite(t.position.x) || !std::isfinite(t.position.y)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+}  // namespace
+
+class RuleRobustness : public RuleTest {};
+
+TEST_F(RuleRobustness, DegenerateViewSizesDrawNoNonFiniteVertex)
+{
+    const int sizes[][2] = {{0, 0}, {0, 480}, {640, 0}, {-640, 480}, {640, -1}, {1, 1}};
+    std::size_t index = 0;
+    for (const auto& make : everyRule()) {
+        VcaObject* obj = make();
+        ASSERT_NE(obj, nullptr);
+        obj->SetObjStatus(TAVRIN_OBJ_STATUS_SELECTED);
+        obj->SetSelPointIndex(1);
+        for (const auto& size : sizes) {
+            rec::gl().reset();
+            obj->Draw(nullptr, size[0], size[1], true);
+            EXPECT_TRUE(everyVertexFinite()) << "rule " << index << " size " << size[0] << "x"
+                                             << size[1];
+            EXPECT_GL_STATE_CLEAN();
+        }
+        obj->ReleaseRef();
+        ++index;
+    }
+}
+
+TEST_F(RuleRobustness, NonFiniteCursorsAreHarmless)
+{
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    const float inf = std::numeric_limits<float>::infinity();
+    tagTAVRIN_POINT cursors[] = {{nan, 0.3f}, {0.3f, inf}, {-inf, -inf}, {1e30f, 1e30f}};
+    for (const auto& make : everyRule()) {
+        VcaObject* obj = make();
+        ASSERT_NE(obj, nullptr);
+        obj->Draw(nullptr, 640, 480, true);  // the view size the pixel hit tests use
+        obj->SetSelPointIndex(1);
+        tagTAVRIN_POINT inside = pt(0.3f, 0.3f);
+        for (tagTAVRIN_POINT& c : cursors) {
+            EXPECT_FALSE(obj->CheckSelected(c));
+            EXPECT_EQ(obj->CheckPointSelected(c), 0u);
+            obj->Move(inside, c);
+            obj->MovePoint(inside, c);
+            obj->Move(c, inside);
+        }
+        rec::gl().reset();
+        obj->Draw(nullptr, 640, 480, true);
+        EXPECT_TRUE(everyVertexFinite());
+        EXPECT_GL_STATE_CLEAN();
+        obj->ReleaseRef();
+    }
+}

@@ -1,0 +1,344 @@
+#include "rules/RulesTest.h"
+
+#include <Tavrin/SizeFilter.h>
+
+#include <atomic>
+#include <cmath>
+#include <limits>
+#include <random>
+#include <thread>
+
+using Tavrin::SizeFilter;
+
+namespace {
+
+const unsigned int kYellow = 0xf2ed1a;
+const unsigned int kGreen = 0x00cc00;
+const unsigned int kRed = 0xff0000;
+const unsigned int kLabelNormal = 0x285ea6;
+const unsigned int kLabelSelected = 0xd90db0;
+
+/// Corners 0-1 share y, 1-2 share x, 2-3 share y, 3-0 share x.
+bool isAxisParallelRectangle(const tagTAVRIN_POINT* c)
+{
+    return c[0].y == c[1].y && c[1].x == c[2].x && c[2].y == c[3].y && c[3].x == c[0].x;
+}
+
+}  // namespace
+
+class SizeFilterTest : public RuleTest {
+protected:
+    SizeFilter* rectangleFilter()
+    {
+        SizeFilter* filter = hostCreate<SizeFilter>();
+        tagTAVRIN_POINT a = pt(0.2f, 0.3f);
+        tagTAVRIN_POINT b = pt(0.5f, 0.6f);
+        EXPECT_TRUE(filter->SetDiagonal(a, b));
+        return filter;
+    }
+    static std::vector<tagTAVRIN_POINT> points(SizeFilter* filter)
+    {
+        tagTAVRIN_POINT out[20];
+        unsigned int count = 0;
+        EXPECT_TRUE(filter->GetPoints(out, &count));
+        return std::vector<tagTAVRIN_POINT>(out, out + count);
+    }
+};
+
+TEST_F(SizeFilterTest, HostDrivesARectangleFilter)
+{
+    SizeFilter* filter = hostCreate<SizeFilter>();
+    ASSERT_NE(filter, nullptr);
+    EXPECT_EQ(filter->GetSizeFilterType(), TAVRIN_SIZE_FILTER_RECT);
+    EXPECT_TRUE(filter->IsNull());
+    filter->SetWndSize(1000, 500);
+    tagTAVRIN_POINT a = pt(0.2f, 0.3f);
+    tagTAVRIN_POINT b = pt(0.5f, 0.6f);
+    ASSERT_TRUE(filter->SetDiagonal(a, b));
+    char name[] = "Person";
+    filter->SetLabelText(name, 6);
+
+    tagTAVRIN_POINT grab = pt(0.21f, 0.3f);
+    EXPECT_EQ(filter->CheckPointSelected(grab), 1u);
+    filter->SetSelPointIndex(1);
+    tagTAVRIN_POINT drop = pt(0.31f, 0.4f);
+    filter->MovePoint(grab, drop);
+    tagTAVRIN_POINT inside = pt(0.4f, 0.5f);
+    EXPECT_TRUE(filter->CheckSelected(inside));
+    tagTAVRIN_POINT to = pt(0.45f, 0.5f);
+    filter->Move(inside, to);
+
+    const std::vector<tagTAVRIN_POINT> c = points(filter);
+    ASSERT_EQ(c.size(), 4u);
+    EXPECT_POINT_NEAR(c[0], 0.35f, 0.4f, 1e-6);
+    EXPECT_POINT_NEAR(c[1], 0.55f, 0.4f, 1e-6);
+    EXPECT_POINT_NEAR(c[2], 0.55f, 0.6f, 1e-6);
+    EXPECT_POINT_NEAR(c[3], 0.35f, 0.6f, 1e-6);
+
+    filter->SetObjStatus(TAVRIN_OBJ_STATUS_SELECTED);
+    filter->Draw(nullptr, 1000, 500, false);
+    ASSERT_FALSE(recorded().batches.empty());
+    const rec::Batch& outline = recorded().batches[0];
+    EXPECT_EQ(outline.mode, static_cast<GLenum>(GL_LINE_LOOP));
+    EXPECT_EQ(outline.color, rec::rgba(kYellow));
+    EXPECT_TRUE(recorded().batchesOf(GL_POLYGON).empty());  // never filled
+    EXPECT_EQ(recorded().batchesOf(GL_POINTS).size(), 5u);  // four handles and one halo
+    ASSERT_EQ(recorded().texts.size(), 1u);
+    EXPECT_POINT_NEAR(recorded().texts[0].position, 0.36f, 0.39f, 1e-6);
+    EXPECT_EQ(colourAtText(0), colourCall(kLabelSelected));
+    EXPECT_GL_STATE_CLEAN();
+    hostDelete(filter);
+}
+
+struct SchemeRow {
+    const char* name;
+    int scheme;
+    int filterType;
+    int status;
+    unsigned int colour;
+    float width;
+};
+
+class SizeFilterScheme : public SizeFilterTest, public ::testing::WithParamInterface<SchemeRow> {};
+
+TEST_P(SizeFilterScheme, OutlineColourAndWidth)
+{
+    const SchemeRow& row = GetParam();
+    SizeFilter* filter = hostCreate<SizeFilter>();
+    filter->SetSizeFilterType(static_cast<tagTAVRIN_SIZE_FILTER_TYPE>(row.filterType));
+    filter->SetWndSize(800, 800);
+    tagTAVRIN_POINT a = pt(0.2f, 0.3f);
+    tagTAVRIN_POINT b = pt(0.5f, 0.6f);
+    ASSERT_TRUE(filter->SetDiagonal(a, b));
+    filter->SetColor(row.scheme);
+    filter->SetObjStatus(static_cast<tagTAVRIN_OBJ_STATUS>(row.status));
+    filter->Draw(nullptr, 800, 800, true);
+    ASSERT_FALSE(recorded().batches.empty());
+    const rec::Batch& outline = recorded().batches[0];
+    EXPECT_EQ(outline.mode, static_cast<GLenum>(GL_LINE_LOOP));
+    EXPECT_EQ(outline.color, rec::rgba(row.colour));
+    EXPECT_FLOAT_EQ(outline.lineWidth, row.width);
+    EXPECT_EQ(colourAtText(0), colourCall(row.status == 0 ? kLabelNormal : kLabelSelected));
+    EXPECT_GL_STATE_CLEAN();
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, SizeFilterScheme,
+    ::testing::Values(SchemeRow{"DefaultRectangle", 0, 0, 0, kYellow, 2.0f},
+                      SchemeRow{"DefaultRectangleSelected", 0, 0, 1, kYellow, 2.0f},
+                      SchemeRow{"OtherValueRectangle", 9, 0, 2, kYellow, 2.0f},
+                      SchemeRow{"OneRectangle", 1, 0, 0, kYellow, 4.0f},
+                      SchemeRow{"OneRectangleSelected", 1, 0, 1, kGreen, 4.0f},
+                      SchemeRow{"OneRectangleHighlighted", 1, 0, 2, kGreen, 4.0f},
+                      SchemeRow{"TwoRectangle", 2, 0, 0, kRed, 4.0f},
+                      SchemeRow{"TwoRectangleSelected", 2, 0, 1, kRed, 4.0f},
+                      SchemeRow{"OneSquare", 1, 1, 0, kYellow, 2.0f},
+                      SchemeRow{"OneSquareSelected", 1, 1, 1, kGreen, 2.0f},
+                      SchemeRow{"TwoSquareHighlighted", 2, 5, 2, kRed, 2.0f},
+                      SchemeRow{"DefaultSquare", 0, 1, 0, kYellow, 2.0f}),
+    [](const ::testing::TestParamInfo<SchemeRow>& info) { return info.param.name; });
+
+TEST_F(SizeFilterTest, RectangleKeepsTheWideOutlineAfterTheSchemeChanges)
+{
+    SizeFilter* filter = rectangleFilter();
+    filter->SetColor(2);
+    filter->Draw(nullptr, 800, 600, true);
+    filter->SetColor(0);
+    rec::gl().reset();
+    filter->Draw(nullptr, 800, 600, true);
+    ASSERT_FALSE(recorded().batches.empty());
+    EXPECT_EQ(recorded().batches[0].color, rec::rgba(kYellow));
+    EXPECT_FLOAT_EQ(recorded().batches[0].lineWidth, 4.0f);
+}
+
+TEST_F(SizeFilterTest, VertexLimitIsFour)
+{
+    SizeFilter* filter = rectangleFilter();
+    tagTAVRIN_POINT five[5] = {pt(0.1f, 0.1f), pt(0.3f, 0.1f), pt(0.3f, 0.3f), pt(0.1f, 0.3f),
+                               pt(0.2f, 0.2f)};
+    EXPECT_FALSE(filter->SetPoints(five, 5));
+    EXPECT_FALSE(filter->SetPoints(nullptr, 4));
+    tagTAVRIN_POINT bad[4] = {pt(0.1f, 0.1f), pt(std::numeric_limits<float>::infinity(), 0.1f),
+                              pt(0.3f, 0.3f), pt(0.1f, 0.3f)};
+    EXPECT_FALSE(filter->SetPoints(bad, 4));
+    tagTAVRIN_POINT nan = pt(std::numeric_limits<float>::quiet_NaN(), 0.5f);
+    tagTAVRIN_POINT ok = pt(0.5f, 0.5f);
+    EXPECT_FALSE(filter->SetDiagonal(nan, ok));
+    EXPECT_FALSE(filter->SetDiagonal(ok, nan));
+    std::vector<tagTAVRIN_POINT> c = points(filter);
+    ASSERT_EQ(c.size(), 4u);
+    EXPECT_POINT_NEAR(c[2], 0.5f, 0.6f, 0.0);
+
+    EXPECT_TRUE(filter->SetPoints(five, 4));
+    EXPECT_EQ(points(filter).size(), 4u);
+    EXPECT_TRUE(filter->SetPoints(five, 3));
+    EXPECT_EQ(points(filter).size(), 3u);
+    unsigned int count = 0;
+    EXPECT_FALSE(filter->GetPoints(nullptr, &count));
+    tagTAVRIN_POINT out[20];
+    EXPECT_FALSE(filter->GetPoints(out, nullptr));
+}
+
+TEST_F(SizeFilterTest, EachShapeKeepsItsOwnVerticesAndBothFollowADrag)
+{
+    SizeFilter* filter = rectangleFilter();
+    filter->SetSizeFilterType(TAVRIN_SIZE_FILTER_SQUARE);
+    EXPECT_TRUE(points(filter).empty());  // the square was never given any
+    EXPECT_TRUE(filter->IsNull());
+
+    filter->SetWndSize(1000, 500);
+    tagTAVRIN_POINT a = pt(0.1f, 0.1f);
+    tagTAVRIN_POINT b = pt(0.5f, 0.3f);
+    ASSERT_TRUE(filter->SetDiagonal(a, b));
+    std::vector<tagTAVRIN_POINT> sq = points(filter);
+    ASSERT_EQ(sq.size(), 4u);
+    EXPECT_POINT_NEAR(sq[2], 0.5f, 0.9f, 1e-6);  // 400 pixels each way
+
+    tagTAVRIN_POINT from = pt(0.3f, 0.5f);
+    tagTAVRIN_POINT to = pt(0.35f, 0.55f);
+    filter->Move(from, to);
+    sq = points(filter);
+    EXPECT_POINT_NEAR(sq[0], 0.15f, 0.15f, 1e-6);
+    EXPECT_POINT_NEAR(sq[2], 0.55f, 0.95f, 1e-6);
+
+    filter->SetSizeFilterType(TAVRIN_SIZE_FILTER_RECT);
+    const std::vector<tagTAVRIN_POINT> rect = points(filter);
+    ASSERT_EQ(rect.size(), 4u);
+    EXPECT_POINT_NEAR(rect[0], 0.25f, 0.35f, 1e-6);
+    EXPECT_POINT_NEAR(rect[2], 0.55f, 0.65f, 1e-6);
+}
+
+TEST_F(SizeFilterTest, ShapesRefuseADragOnTheirOwnTerms)
+{
+    SizeFilter* filter = rectangleFilter();  // rectangle reaches x = 0.5
+    filter->SetSizeFilterType(TAVRIN_SIZE_FILTER_SQUARE);
+    filter->SetWndSize(1000, 1000);
+    tagTAVRIN_POINT a = pt(0.6f, 0.1f);
+    tagTAVRIN_POINT b = pt(0.9f, 0.2f);
+    ASSERT_TRUE(filter->SetDiagonal(a, b));  // square reaches x = 0.9
+    tagTAVRIN_POINT from = pt(0.5f, 0.5f);
+    tagTAVRIN_POINT to = pt(0.7f, 0.5f);
+    filter->Move(from, to);  // the square would leave the picture, the rectangle not
+    EXPECT_POINT_NEAR(points(filter)[0], 0.6f, 0.1f, 0.0);
+    filter->SetSizeFilterType(TAVRIN_SIZE_FILTER_RECT);
+    EXPECT_POINT_NEAR(points(filter)[0], 0.4f, 0.3f, 1e-6);
+}
+
+TEST_F(SizeFilterTest, VertexDragUsesEachShapesOwnSelection)
+{
+    SizeFilter* filter = rectangleFilter();
+    filter->SetSelPointIndex(3);  // the rectangle's opposite corner; the square has none
+    EXPECT_EQ(filter->GetSelPointIndex(), 3u);
+    filter->SetSizeFilterType(TAVRIN_SIZE_FILTER_SQUARE);
+    EXPECT_EQ(filter->GetSelPointIndex(), 0u);
+    filter->SetWndSize(1000, 1000);
+    tagTAVRIN_POINT a = pt(0.1f, 0.1f);
+    tagTAVRIN_POINT b = pt(0.2f, 0.2f);
+    ASSERT_TRUE(filter->SetDiagonal(a, b));
+    tagTAVRIN_POINT from = pt(0.5f, 0.6f);
+    tagTAVRIN_POINT to = pt(0.6f, 0.7f);
+    filter->MovePoint(from, to);
+    EXPECT_POINT_NEAR(points(filter)[2], 0.2f, 0.2f, 1e-6);  // no square corner selected
+    filter->SetSizeFilterType(TAVRIN_SIZE_FILTER_RECT);
+    const std::vector<tagTAVRIN_POINT> rect = points(filter);
+    EXPECT_POINT_NEAR(rect[2], 0.6f, 0.7f, 1e-6);
+    EXPECT_POINT_NEAR(rect[1], 0.6f, 0.3f, 1e-6);
+    EXPECT_POINT_NEAR(rect[3], 0.2f, 0.7f, 1e-6);
+}
+
+TEST_F(SizeFilterTest, SquareLearnsTheViewSizeFromADraw)
+{
+    SizeFilter* filter = hostCreate<SizeFilter>();
+    filter->SetSizeFilterType(TAVRIN_SIZE_FILTER_SQUARE);
+    filter->Draw(nullptr, 300, 500, true);
+    tagTAVRIN_POINT a = pt(0.1f, 0.1f);
+    tagTAVRIN_POINT b = pt(0.5f, 0.3f);
+    ASSERT_TRUE(filter->SetDiagonal(a, b));
+    const std::vector<tagTAVRIN_POINT> sq = points(filter);
+    ASSERT_EQ(sq.size(), 4u);
+    EXPECT_POINT_NEAR(sq[2], 0.5f, 0.34f, 1e-6);  // side 120 pixels: 0.4 x 0.24
+}
+
+TEST_F(SizeFilterTest, SquareWithoutAViewSizeGetsNoNonFiniteCorner)
+{
+    SizeFilter* filter = hostCreate<SizeFilter>();
+    filter->SetSizeFilterType(TAVRIN_SIZE_FILTER_SQUARE);
+    tagTAVRIN_POINT a = pt(0.1f, 0.1f);
+    tagTAVRIN_POINT b = pt(0.5f, 0.3f);
+    filter->SetDiagonal(a, b);
+    for (const tagTAVRIN_POINT& p : points(filter)) {
+        EXPECT_TRUE(std::isfinite(p.x) && std::isfinite(p.y));
+    }
+    filter->Draw(nullptr, 0, 0, true);
+    for (const rec::Batch& batch : recorded().batches) {
+        for (const tagTAVRIN_POINT& v : batch.vertices) {
+            EXPECT_TRUE(std::isfinite(v.x) && std::isfinite(v.y));
+        }
+    }
+    EXPECT_GL_STATE_CLEAN();
+}
+
+TEST_F(SizeFilterTest, LockedOperationsKeepTheRectangleWholeAcrossThreads)
+{
+    const int kThreads = 4;
+    const int kIterations = 1000;
+    SizeFilter* filter = rectangleFilter();
+    filter->SetSelPointIndex(1);
+    std::atomic<int> torn{0};
+    std::atomic<int> reads{0};
+    std::atomic<int> ready{0};
+    auto worker = [&](unsigned int seed) {
+        // Start together, so the threads' edits overlap as much as they can.
+        ++ready;
+        while (ready.load() < kThreads) {
+            std::this_thread::yield();
+        }
+        std::minstd_rand rng(seed);
+        std::uniform_real_distribution<float> coord(0.1f, 0.9f);
+        std::uniform_real_distribution<float> step(-0.05f, 0.05f);
+        for (int i = 0; i < kIterations; ++i) {
+            tagTAVRIN_POINT a = pt(coord(rng), coord(rng));
+            tagTAVRIN_POINT b = pt(coord(rng), coord(rng));
+            switch (i % 4) {
+            case 0:
+                filter->SetDiagonal(a, b);
+                break;
+            case 1: {
+                tagTAVRIN_POINT c[4] = {a, pt(b.x, a.y), b, pt(a.x, b.y)};
+                filter->SetPoints(c, 4);
+                break;
+            }
+            case 2: {
+                tagTAVRIN_POINT to = pt(a.x + step(rng), a.y + step(rng));
+                filter->Move(a, to);
+                break;
+            }
+            default: {
+                tagTAVRIN_POINT to = pt(a.x + step(rng), a.y + step(rng));
+                filter->MovePoint(a, to);
+                break;
+            }
+            }
+            tagTAVRIN_POINT out[20];
+            unsigned int count = 0;
+            if (filter->GetPoints(out, &count)) {
+                ++reads;
+                if (count != 4 || !isAxisParallelRectangle(out)) {
+                    ++torn;
+                }
+            }
+        }
+    };
+    std::vector<std::thread> threads;
+    for (int t = 0; t < kThreads; ++t) {
+        threads.emplace_back(worker, 17u + static_cast<unsigned int>(t));
+    }
+    for (std::thread& t : threads) {
+        t.join();
+    }
+    EXPECT_EQ(reads.load(), kThreads * kIterations);
+    EXPECT_EQ(torn.load(), 0);
+    const std::vector<tagTAVRIN_POINT> c = points(filter);
+    ASSERT_EQ(c.size(), 4u);
+    EXPECT_TRUE(isAxisParallelRectangle(c.data()));
+}

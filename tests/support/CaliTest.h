@@ -1,0 +1,98 @@
+#ifndef TAVRIN_TESTS_CALITEST_H
+#define TAVRIN_TESTS_CALITEST_H
+
+// Helpers for the calibration-figure tests: objects owned through their reference
+// count, pixel positions, and what the recording GL saw of segments and label texts.
+
+#include "support/GlTest.h"
+
+#include <cmath>
+#include <memory>
+#include <string>
+#include <vector>
+
+/// Drops the creator's reference when the test ends.
+struct ReleaseRefDeleter {
+    template <class T>
+    void operator()(T* object) const
+    {
+        object->ReleaseRef();
+    }
+};
+
+template <class T>
+using Owned = std::unique_ptr<T, ReleaseRefDeleter>;
+
+template <class T>
+Owned<T> create()
+{
+    return Owned<T>(T::NewInstance());
+}
+
+/// A whole pixel in normalised units, as snapped bar ends are.
+inline float pixel(int p, int size) { return static_cast<float>(p) / static_cast<float>(size); }
+
+/// The batch is one GL_LINES segment from a to b (picture coordinates) in `color`.
+inline void expectSegment(const rec::Batch& batch, tagTAVRIN_POINT a, tagTAVRIN_POINT b,
+                          const rec::Rgba& color, double tol = 1e-6)
+{
+    EXPECT_EQ(rec::modeName(batch.mode), "GL_LINES");
+    EXPECT_EQ(batch.color, color) << rec::toString(batch.color);
+    EXPECT_FLOAT_EQ(batch.lineWidth, 2.0f);
+    ASSERT_EQ(batch.vertices.size(), 2u);
+    EXPECT_POINT_NEAR(batch.at(0), a.x, a.y, tol);
+    EXPECT_POINT_NEAR(batch.at(1), b.x, b.y, tol);
+}
+
+/// The modes of all batches, in order, for comparing a figure's shape.
+inline std::vector<std::string> batchModes()
+{
+    std::vector<std::string> modes;
+    for (const rec::Batch& b : rec::gl().batches) {
+        modes.push_back(rec::modeName(b.mode));
+    }
+    return modes;
+}
+
+/// The colour current at each glRasterPos2f, in order: the colour of each label text.
+inline std::vector<std::string> textColors()
+{
+    std::vector<std::string> out;
+    std::string color = "glColor4ub(255,255,255,255)";
+    for (const std::string& call : rec::gl().calls) {
+        if (call.rfind("glColor4ub(", 0) == 0) {
+            color = call;
+        } else if (call.rfind("glRasterPos2f(", 0) == 0) {
+            out.push_back(color);
+        }
+    }
+    return out;
+}
+
+/// glColor4ub call text of a 0xRRGGBB colour at alpha 255.
+inline std::string colorCall(unsigned int rgb)
+{
+    const rec::Rgba c = rec::rgba(rgb);
+    return "glColor4ub(" + std::to_string(c.r) + "," + std::to_string(c.g) + "," + std::to_string(c.b) +
+           ",255)";
+}
+
+/// No vertex and no raster position the figure emitted is NaN or infinite.
+inline bool everythingFinite()
+{
+    for (const rec::Batch& b : rec::gl().batches) {
+        for (const tagTAVRIN_POINT& v : b.vertices) {
+            if (!std::isfinite(v.x) || !std::isfinite(v.y)) {
+                return false;
+            }
+        }
+    }
+    for (const rec::RasterText& t : rec::gl().texts) {
+        if (!std::isfinite(t.position.x) || !std::isfinite(t.position.y)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+#endif  // TAVRIN_TESTS_CALITEST_H
