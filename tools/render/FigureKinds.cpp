@@ -73,14 +73,17 @@ void setupShieldRegion(FigureBuilder& b)
 {
     setupRegion<ShieldRegion>(b, 10);
 }
+
 void setupReferenceRegion(FigureBuilder& b)
 {
     setupRegion<ReferenceRegion>(b, 10);
 }
+
 void setupEnterRegion(FigureBuilder& b)
 {
     setupRegion<EnterRegion>(b, 10);
 }
+
 void setupITCPlateRegion(FigureBuilder& b)
 {
     setupRegion<ITCPlateRegion>(b, 20);
@@ -258,10 +261,12 @@ void setupBehavior(FigureBuilder& b)
         cali->SetCaliType(static_cast<tagTAVRIN_BEHAV_CALI_TYPE>(*caliType));
     }
 }
+
 void setupBehaviorCali(FigureBuilder& b)
 {
     setupBehavior<BehaviorCali>(b);
 }
+
 void setupBehaviorCheck(FigureBuilder& b)
 {
     setupBehavior<BehaviorCheck>(b);
