@@ -164,6 +164,20 @@ TEST(SceneFigures, LabelTextIsDrawnBesideTheFirstVertexUnlessTextIsOff)
     EXPECT_LE(box.bottom(), 45);
 }
 
+TEST(SceneFigures, SettingsAppliedAfterAFiguresFirstDrawShowInThePicture)
+{
+    // A rule hands its traverse-plane flag to its broken line only after a draw: a
+    // single frame would look exactly like the rule without the flag.
+    auto picture = [](const char* traversePlane) {
+        RegistryScope registry;
+        const std::string json = std::string(R"({"width": 200, "height": 100, "figures": [
+            {"kind": "VcaRule", "ruleType": "brokenLine", "arrowDirection": "both",
+             "vertices": [[0.1, 0.5], [0.5, 0.4], [0.9, 0.5]], "traversePlane": )") + traversePlane + "}]}";
+        return render(parse(json));
+    };
+    EXPECT_NE(picture("true"), picture("false"));
+}
+
 TEST(SceneFigures, CommonFieldsReachTheFigure)
 {
     RegistryScope registry;
