@@ -26,6 +26,7 @@ MainWindow::MainWindow(SceneDocument& document)
     for (const Kind& kind : kinds()) {
         m_palette->addItem(QLatin1String(kind.name));
     }
+    m_palette->setMaximumWidth(m_palette->sizeHintForColumn(0) + 24);
     m_palette->setToolTip(QStringLiteral("Click a kind, then click its vertices in the view"));
     auto* paletteDock = new QDockWidget(QStringLiteral("New figure"), this);
     paletteDock->setObjectName(QStringLiteral("palette"));

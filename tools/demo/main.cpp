@@ -134,7 +134,7 @@ int main(int argc, char** argv)
 
     Tavrin::demo::SceneDocument document(QSize(1280, 720), QSize(960, 540));
     Tavrin::demo::MainWindow window(document);
-    window.resize(1480, 720);
+    window.resize(1500, 720);
     if (args.selfTest) {
         Tavrin::demo::SelfTestFiles files{args.scene, args.grab, args.save};
         return Tavrin::demo::runSelfTest(window, document, files);
