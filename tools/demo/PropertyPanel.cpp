@@ -88,11 +88,11 @@ PropertyPanel::PropertyPanel(SceneDocument& document, QWidget* parent)
 
 void PropertyPanel::showSelection()
 {
+    // Never called from inside an editor's own signal (a refusal defers it), so the old
+    // editors can go at once.
     while (m_layout->count() > 0) {
         QLayoutItem* item = m_layout->takeAt(0);
-        if (QWidget* widget = item->widget()) {
-            widget->deleteLater();
-        }
+        delete item->widget();
         delete item;
     }
     m_slot = m_document.view().selectedSlot();
@@ -134,6 +134,7 @@ void PropertyPanel::refreshVertices()
 void PropertyPanel::addLabelEditor(const QJsonObject& entry)
 {
     auto* edit = new QLineEdit(entry.value(QStringLiteral("label")).toString(), m_form);
+    edit->setObjectName(QStringLiteral("label"));
     edit->setMaxLength(16);
     edit->setPlaceholderText(QStringLiteral("at most 16 characters"));
     connect(edit, &QLineEdit::editingFinished, this, [this, edit] {
@@ -154,6 +155,7 @@ void PropertyPanel::addEditor(const Option& option, const QJsonObject& entry)
     case OptionType::Bool:
     case OptionType::Choice: {
         auto* box = new QComboBox(m_form);
+        box->setObjectName(key);
         box->addItem(kClassDefault);
         box->addItems(option.type == OptionType::Bool ? QStringList{QStringLiteral("false"), QStringLiteral("true")}
                                                       : option.choices);
@@ -173,6 +175,7 @@ void PropertyPanel::addEditor(const Option& option, const QJsonObject& entry)
     }
     case OptionType::Integer: {
         auto* spin = new QSpinBox(m_form);
+        spin->setObjectName(key);
         spin->setRange(option.min - 1, option.max);
         spin->setSpecialValueText(kClassDefault);
         spin->setValue(value.isDouble() ? value.toInt() : option.min - 1);
@@ -186,6 +189,7 @@ void PropertyPanel::addEditor(const Option& option, const QJsonObject& entry)
     }
     default: {
         auto* edit = new QLineEdit(valueText(option, value), m_form);
+        edit->setObjectName(key);
         edit->setPlaceholderText(placeholder(option));
         const OptionType type = option.type;
         connect(edit, &QLineEdit::editingFinished, this, [this, key, edit, type] {

@@ -77,6 +77,7 @@ bool SceneDocument::load(const QString& path, QString& error)
         for (std::size_t i = 0; i < scene.figures.size(); ++i) {
             track(scene.figures[i], entries.at(static_cast<int>(i)).toObject());
         }
+        m_view.dropUntracked();
         m_sceneSize = scene.size;
         m_picture = scene.picture;
         m_colour = scene.colour;
@@ -156,6 +157,11 @@ int SceneDocument::create(const QString& kind, const std::vector<tagTAVRIN_POINT
         return -1;
     }
     const int slot = track(figure, entry);
+    if (slot < 0) {
+        m_view.dropUntracked();
+        error = QStringLiteral("%1 could not be registered").arg(kind);
+        return -1;
+    }
     m_view.select(slot);
     return slot;
 }

@@ -8,6 +8,7 @@
 #include "PropertyPanel.h"
 #include "SceneDocument.h"
 
+#include <QLineEdit>
 #include <QListWidget>
 #include <QTableWidget>
 #include <QTest>
@@ -82,6 +83,7 @@ private:
 
     void editVertexAndFigure(int target);
     void placeAndDelete();
+    int editLabel(int target);
     void grab(const QString& path, int target);
 
     MainWindow& m_window;
@@ -229,6 +231,30 @@ void Script::placeAndDelete()
     check(!m_view.placing() && m_host.figureSlots().size() == before, QStringLiteral("Escape cancels placing"));
 }
 
+int Script::editLabel(int target)
+{
+    // Typed into the panel's label field: the figure is built again with the new label,
+    // in the same place, still selected, its vertices as they were.
+    const Points before = m_host.vertices(target);
+    auto* edit = m_window.panel()->findChild<QLineEdit*>(QStringLiteral("label"));
+    check(edit != nullptr, QStringLiteral("the panel offers the label"));
+    if (edit == nullptr) {
+        return target;
+    }
+    edit->setFocus();
+    QTest::keyClick(edit, Qt::Key_End);
+    QTest::keyClicks(edit, QStringLiteral(" 2"));
+    QTest::keyClick(edit, Qt::Key_Return);
+    const int slot = m_host.selectedSlot();
+    check(m_host.figureSlots().front() == slot, QStringLiteral("the relabelled figure keeps its place"));
+    char label[17] = {};
+    check(m_host.object(slot) != nullptr && m_host.object(slot)->GetLabelText(label, 16) &&
+              QLatin1String(label) == QLatin1String("Mask 2"),
+          QStringLiteral("the label reads back as typed (%1)").arg(QLatin1String(label)));
+    checkVertices(slot, before, QStringLiteral("vertices after relabelling"));
+    return slot;
+}
+
 void Script::grab(const QString& path, int target)
 {
     const QImage frame = m_view.grabFramebuffer();
@@ -262,9 +288,10 @@ int Script::run(const SelfTestFiles& files)
         editVertexAndFigure(figures.front());
         placeAndDelete();
         QTest::mouseClick(&m_view, Qt::LeftButton, Qt::NoModifier, pixelOf(m_host.vertices(figures.front())[1]));
+        const int relabelled = editLabel(figures.front());
         m_view.update();
         QTest::qWait(50);
-        grab(files.grab, figures.front());
+        grab(files.grab, relabelled);
     }
     if (!files.save.isEmpty()) {
         check(m_window.saveScene(files.save), QStringLiteral("the edited scene is saved to %1").arg(files.save));
