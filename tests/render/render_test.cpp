@@ -4,20 +4,18 @@
 #include "Scene.h"
 #include "SceneRenderer.h"
 
+#include <Tavrin/ShieldRegion.h>
 #include <Tavrin/VcaObject.h>
 #include <Tavrin/VcaObjectContainer.h>
-#ifdef TAVRIN_RENDER_HAS_ShieldRegion
-#include <Tavrin/ShieldRegion.h>
-#endif
 
 #include <gtest/gtest.h>
 
 #include <QColor>
 #include <QImage>
-#include <QRect>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QRect>
 #include <QTemporaryDir>
 
 #include <cstdlib>
@@ -116,7 +114,6 @@ TEST(SceneBackground, WithoutWidthAndHeightTheViewTakesThePictureSize)
     EXPECT_EQ(parse(R"({"background": "p.png", "figures": []})", dir.path(), QSize(64, 48)).size, QSize(64, 48));
 }
 
-#ifdef TAVRIN_RENDER_HAS_ShieldRegion
 TEST(SceneFigures, TranslucentRegionOverThePictureAtEverySize)
 {
     const std::string json = R"({"width": 64, "height": 32, "background": "#4080c0", "figures": [
@@ -167,6 +164,20 @@ TEST(SceneFigures, LabelTextIsDrawnBesideTheFirstVertexUnlessTextIsOff)
     EXPECT_LE(box.bottom(), 45);
 }
 
+TEST(SceneFigures, SettingsAppliedAfterAFiguresFirstDrawShowInThePicture)
+{
+    // A rule hands its traverse-plane flag to its broken line only after a draw: a
+    // single frame would look exactly like the rule without the flag.
+    auto picture = [](const char* traversePlane) {
+        RegistryScope registry;
+        const std::string json = std::string(R"({"width": 200, "height": 100, "figures": [
+            {"kind": "VcaRule", "ruleType": "brokenLine", "arrowDirection": "both",
+             "vertices": [[0.1, 0.5], [0.5, 0.4], [0.9, 0.5]], "traversePlane": )") + traversePlane + "}]}";
+        return render(parse(json));
+    };
+    EXPECT_NE(picture("true"), picture("false"));
+}
+
 TEST(SceneFigures, CommonFieldsReachTheFigure)
 {
     RegistryScope registry;
@@ -214,4 +225,3 @@ TEST(SceneFigures, RefusalNamesTheFigureAndFieldAndKeepsEarlierFiguresReleasable
     // The figure made before the refusal is in the registry, which releases it.
     EXPECT_NE(VcaObjectContainer::Instance()->GetVcaObject(0), nullptr);
 }
-#endif

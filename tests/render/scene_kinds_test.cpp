@@ -9,33 +9,15 @@
 
 #include <string>
 
-#ifdef TAVRIN_RENDER_HAS_VcaRule
 #include <Tavrin/VcaRule.h>
-#endif
-#ifdef TAVRIN_RENDER_HAS_ITCLine
 #include <Tavrin/ITCLine.h>
-#endif
-#ifdef TAVRIN_RENDER_HAS_Lane
 #include <Tavrin/Lane.h>
-#endif
-#ifdef TAVRIN_RENDER_HAS_PdcRule
 #include <Tavrin/PdcRule.h>
-#endif
-#ifdef TAVRIN_RENDER_HAS_SizeFilter
 #include <Tavrin/SizeFilter.h>
-#endif
-#ifdef TAVRIN_RENDER_HAS_AtmCali
 #include <Tavrin/AtmCali.h>
-#endif
-#ifdef TAVRIN_RENDER_HAS_BehaviorCheck
 #include <Tavrin/BehaviorCheck.h>
-#endif
-#ifdef TAVRIN_RENDER_HAS_ItsCali
 #include <Tavrin/ItsCali.h>
-#endif
-#ifdef TAVRIN_RENDER_HAS_BinoCali
 #include <Tavrin/BinoCali.h>
-#endif
 
 using Tavrin::render::Scene;
 using Tavrin::render::SceneError;
@@ -58,7 +40,7 @@ Figure* onlyFigure(const std::string& figure, std::optional<QSize> size = std::n
     return typed;
 }
 
-[[maybe_unused]] std::string refusal(const std::string& figure)
+std::string refusal(const std::string& figure)
 {
     RegistryScope registry;
     try {
@@ -78,7 +60,6 @@ Figure* onlyFigure(const std::string& figure, std::optional<QSize> size = std::n
 
 }  // namespace
 
-#ifdef TAVRIN_RENDER_HAS_VcaRule
 TEST(SceneKinds, VcaRuleTakesItsTypeBeforeItsVertices)
 {
     RegistryScope registry;
@@ -109,9 +90,7 @@ TEST(SceneKinds, VcaRuleVertexCountDependsOnItsType)
     EXPECT_EQ(refusal(R"({"kind": "VcaRule", "ruleType": "polyline", "vertices": [[0.1, 0.2], [0.7, 0.8]]})"),
               "figures[0].ruleType: must be one of \"region\" (0), \"line\" (1), \"brokenLine\" (2), got \"polyline\"");
 }
-#endif
 
-#ifdef TAVRIN_RENDER_HAS_ITCLine
 TEST(SceneKinds, ITCLineTakesItsLineType)
 {
     RegistryScope registry;
@@ -120,9 +99,7 @@ TEST(SceneKinds, ITCLineTakesItsLineType)
     ASSERT_NE(line, nullptr);
     EXPECT_EQ(line->GetLineType(), TAVRIN_ITC_LINE_DEFAULT);
 }
-#endif
 
-#ifdef TAVRIN_RENDER_HAS_Lane
 TEST(SceneKinds, LaneTakesItsArrow)
 {
     RegistryScope registry;
@@ -135,9 +112,7 @@ TEST(SceneKinds, LaneTakesItsArrow)
     EXPECT_POINT(from, 0.2f, 0.8f);
     EXPECT_POINT(to, 0.2f, 0.3f);
 }
-#endif
 
-#ifdef TAVRIN_RENDER_HAS_PdcRule
 TEST(SceneKinds, PdcRuleInLineModeCarriesItsCalibrationAndSinglePoint)
 {
     RegistryScope registry;
@@ -169,9 +144,7 @@ TEST(SceneKinds, PdcRuleVertexCountDependsOnItsMode)
     EXPECT_EQ(refusal(R"({"kind": "PdcRule", "vertices": [[0.1, 0.5], [0.9, 0.5], [0.5, 0.9]], "targetWidths": [0.1, 2]})"),
               "figures[0].targetWidths[1]: must be a number from 0 to 1, got 2");
 }
-#endif
 
-#ifdef TAVRIN_RENDER_HAS_SizeFilter
 TEST(SceneKinds, SquareFilterKnowsTheViewBeforeItsDiagonal)
 {
     RegistryScope registry;
@@ -196,9 +169,7 @@ TEST(SceneKinds, SizeFilterTakesADiagonalOrFourCorners)
     EXPECT_EQ(refusal(R"({"kind": "SizeFilter", "vertices": [[0.1, 0.1], [0.2, 0.5]], "colorScheme": 3})"),
               "figures[0].colorScheme: must be an integer from 0 to 2, got 3");
 }
-#endif
 
-#ifdef TAVRIN_RENDER_HAS_AtmCali
 TEST(SceneKinds, AtmCaliTakesItsLine)
 {
     RegistryScope registry;
@@ -211,9 +182,7 @@ TEST(SceneKinds, AtmCaliTakesItsLine)
     EXPECT_POINT(b, 0.3f, 0.8f);
     EXPECT_EQ(cali->GetLineSelPointIndex(), 1u);
 }
-#endif
 
-#ifdef TAVRIN_RENDER_HAS_BehaviorCheck
 TEST(SceneKinds, BehaviorCheckTakesItsCalibrationType)
 {
     RegistryScope registry;
@@ -222,18 +191,14 @@ TEST(SceneKinds, BehaviorCheckTakesItsCalibrationType)
     ASSERT_NE(check, nullptr);
     EXPECT_EQ(check->GetCaliType(), TAVRIN_BEHAV_CALI_VERTICAL);
 }
-#endif
 
-#ifdef TAVRIN_RENDER_HAS_ItsCali
 TEST(SceneKinds, ItsCaliTextsAreLimitedToSixteenCharacters)
 {
     EXPECT_EQ(refusal(R"({"kind": "ItsCali", "vertices": [[0.3, 0.2], [0.6, 0.2], [0.5, 0.8]],
                           "widthText": "3.5 m", "heightText": "twelve and a half m"})"),
               "figures[0].heightText: at most 16 characters, got 19");
 }
-#endif
 
-#ifdef TAVRIN_RENDER_HAS_BinoCali
 TEST(SceneKinds, BinoCaliRadiusIsInPixelsOfTheFinalView)
 {
     RegistryScope registry;
@@ -243,4 +208,3 @@ TEST(SceneKinds, BinoCaliRadiusIsInPixelsOfTheFinalView)
     ASSERT_NE(cali, nullptr);
     EXPECT_EQ(cali->Radius(), 50u);
 }
-#endif

@@ -1,55 +1,21 @@
 #include "FigureKinds.h"
 
-// The build defines TAVRIN_RENDER_HAS_<Class> for every analytics class that the library
-// being built implements, so the renderer follows the library as classes are added.
-#ifdef TAVRIN_RENDER_HAS_ShieldRegion
-#include <Tavrin/ShieldRegion.h>
-#endif
-#ifdef TAVRIN_RENDER_HAS_ReferenceRegion
-#include <Tavrin/ReferenceRegion.h>
-#endif
-#ifdef TAVRIN_RENDER_HAS_EnterRegion
-#include <Tavrin/EnterRegion.h>
-#endif
-#ifdef TAVRIN_RENDER_HAS_ITCPlateRegion
-#include <Tavrin/ITCPlateRegion.h>
-#endif
-#ifdef TAVRIN_RENDER_HAS_VcaRule
-#include <Tavrin/VcaRule.h>
-#endif
-#ifdef TAVRIN_RENDER_HAS_ITCLine
-#include <Tavrin/ITCLine.h>
-#endif
-#ifdef TAVRIN_RENDER_HAS_Lane
-#include <Tavrin/Lane.h>
-#endif
-#ifdef TAVRIN_RENDER_HAS_PdcRule
-#include <Tavrin/PdcRule.h>
-#endif
-#ifdef TAVRIN_RENDER_HAS_SizeFilter
-#include <Tavrin/SizeFilter.h>
-#endif
-#ifdef TAVRIN_RENDER_HAS_AtmCali
 #include <Tavrin/AtmCali.h>
-#endif
-#ifdef TAVRIN_RENDER_HAS_BehaviorCali
 #include <Tavrin/BehaviorCali.h>
-#endif
-#ifdef TAVRIN_RENDER_HAS_BehaviorCheck
 #include <Tavrin/BehaviorCheck.h>
-#endif
-#ifdef TAVRIN_RENDER_HAS_ItsCali
-#include <Tavrin/ItsCali.h>
-#endif
-#ifdef TAVRIN_RENDER_HAS_PupilDistance
-#include <Tavrin/PupilDistance.h>
-#endif
-#ifdef TAVRIN_RENDER_HAS_BinoCali
 #include <Tavrin/BinoCali.h>
-#endif
-#ifdef TAVRIN_RENDER_HAS_LfCali
+#include <Tavrin/EnterRegion.h>
+#include <Tavrin/ITCLine.h>
+#include <Tavrin/ITCPlateRegion.h>
+#include <Tavrin/ItsCali.h>
+#include <Tavrin/Lane.h>
 #include <Tavrin/LfCali.h>
-#endif
+#include <Tavrin/PdcRule.h>
+#include <Tavrin/PupilDistance.h>
+#include <Tavrin/ReferenceRegion.h>
+#include <Tavrin/ShieldRegion.h>
+#include <Tavrin/SizeFilter.h>
+#include <Tavrin/VcaRule.h>
 
 #include <array>
 #include <utility>
@@ -60,12 +26,12 @@ namespace render {
 namespace {
 
 // The spellings of the enumerations, by name or by value.
-[[maybe_unused]] const std::vector<Choice> kArrowDirections = {{"both", 0}, {"positive", 1}, {"negative", 2}, {"none", 3}};
-[[maybe_unused]] const std::vector<Choice> kRuleTypes = {{"region", 0}, {"line", 1}, {"brokenLine", 2}};
-[[maybe_unused]] const std::vector<Choice> kLineTypes = {{"plain", 0}, {"arrow", 1}};
-[[maybe_unused]] const std::vector<Choice> kItcLineTypes = {{"default", 0}, {"green", 1}};
-[[maybe_unused]] const std::vector<Choice> kFilterTypes = {{"rect", 0}, {"square", 1}};
-[[maybe_unused]] const std::vector<Choice> kCaliTypes = {{"line", 0}, {"vertical", 1}};
+const std::vector<Choice> kArrowDirections = {{"both", 0}, {"positive", 1}, {"negative", 2}, {"none", 3}};
+const std::vector<Choice> kRuleTypes = {{"region", 0}, {"line", 1}, {"brokenLine", 2}};
+const std::vector<Choice> kLineTypes = {{"plain", 0}, {"arrow", 1}};
+const std::vector<Choice> kItcLineTypes = {{"default", 0}, {"green", 1}};
+const std::vector<Choice> kFilterTypes = {{"rect", 0}, {"square", 1}};
+const std::vector<Choice> kCaliTypes = {{"line", 0}, {"vertical", 1}};
 
 constexpr int kMaxText = 16;
 constexpr int kMaxPdcText = 127;
@@ -74,7 +40,7 @@ constexpr int kMaxRadius = 4096;
 using Vertices = std::vector<tagTAVRIN_POINT>;
 
 /// Two points [[x, y], [x, y]] (an arrow, a line, a calibration segment), if present.
-[[maybe_unused]] std::optional<std::pair<tagTAVRIN_POINT, tagTAVRIN_POINT>> pointPair(FigureBuilder& b, const char* key)
+std::optional<std::pair<tagTAVRIN_POINT, tagTAVRIN_POINT>> pointPair(FigureBuilder& b, const char* key)
 {
     const std::optional<Vertices> read =
         b.fields().points(key, 2, 2, QStringLiteral("%1 takes 2 points").arg(QLatin1String(key)));
@@ -84,7 +50,7 @@ using Vertices = std::vector<tagTAVRIN_POINT>;
     return std::make_pair((*read)[0], (*read)[1]);
 }
 
-[[maybe_unused]] unsigned int countOf(const Vertices& v)
+unsigned int countOf(const Vertices& v)
 {
     return static_cast<unsigned int>(v.size());
 }
@@ -92,7 +58,7 @@ using Vertices = std::vector<tagTAVRIN_POINT>;
 // ---- Regions: a polygon with a label beside its first vertex. -----------------------
 
 template <class Region>
-[[maybe_unused]] void setupRegion(FigureBuilder& b, int maxVertices)
+void setupRegion(FigureBuilder& b, int maxVertices)
 {
     Vertices v = b.vertices(3, maxVertices);
     const std::optional<bool> closed = b.fields().flag("closed");
@@ -103,34 +69,28 @@ template <class Region>
     }
 }
 
-#ifdef TAVRIN_RENDER_HAS_ShieldRegion
 void setupShieldRegion(FigureBuilder& b)
 {
     setupRegion<ShieldRegion>(b, 10);
 }
-#endif
-#ifdef TAVRIN_RENDER_HAS_ReferenceRegion
+
 void setupReferenceRegion(FigureBuilder& b)
 {
     setupRegion<ReferenceRegion>(b, 10);
 }
-#endif
-#ifdef TAVRIN_RENDER_HAS_EnterRegion
+
 void setupEnterRegion(FigureBuilder& b)
 {
     setupRegion<EnterRegion>(b, 10);
 }
-#endif
-#ifdef TAVRIN_RENDER_HAS_ITCPlateRegion
+
 void setupITCPlateRegion(FigureBuilder& b)
 {
     setupRegion<ITCPlateRegion>(b, 20);
 }
-#endif
 
 // ---- Rules. ---------------------------------------------------------------------------
 
-#ifdef TAVRIN_RENDER_HAS_VcaRule
 void setupVcaRule(FigureBuilder& b)
 {
     FieldReader& in = b.fields();
@@ -168,9 +128,7 @@ void setupVcaRule(FigureBuilder& b)
         rule->SetColors(normal.value_or(0x285ea6), selected.value_or(0xd90db0));
     }
 }
-#endif
 
-#ifdef TAVRIN_RENDER_HAS_ITCLine
 void setupITCLine(FigureBuilder& b)
 {
     Vertices v = b.vertices(2, 2);
@@ -181,9 +139,7 @@ void setupITCLine(FigureBuilder& b)
         line->SetLineType(static_cast<tagTAVRIN_ITC_LINE_TYPE>(*lineType));
     }
 }
-#endif
 
-#ifdef TAVRIN_RENDER_HAS_Lane
 void setupLane(FigureBuilder& b)
 {
     Vertices v = b.vertices(3, 10);
@@ -194,9 +150,7 @@ void setupLane(FigureBuilder& b)
         b.require(lane->SetArrowPoints(arrow->first, arrow->second), "arrow");
     }
 }
-#endif
 
-#ifdef TAVRIN_RENDER_HAS_PdcRule
 /// The people-counting options beyond the figure itself: calibration, target widths,
 /// the single point and its text.
 void applyPdcCalibration(FigureBuilder& b, PdcRule* rule)
@@ -251,9 +205,7 @@ void setupPdcRule(FigureBuilder& b)
     }
     applyPdcCalibration(b, rule);
 }
-#endif
 
-#ifdef TAVRIN_RENDER_HAS_SizeFilter
 void setupSizeFilter(FigureBuilder& b)
 {
     FieldReader& in = b.fields();
@@ -280,11 +232,9 @@ void setupSizeFilter(FigureBuilder& b)
         filter->SetColor(*scheme);
     }
 }
-#endif
 
 // ---- Calibration figures. -------------------------------------------------------------
 
-#ifdef TAVRIN_RENDER_HAS_AtmCali
 void setupAtmCali(FigureBuilder& b)
 {
     Vertices v = b.vertices(4, 4);
@@ -299,9 +249,7 @@ void setupAtmCali(FigureBuilder& b)
         cali->SetLineSelPointIndex(static_cast<unsigned int>(*lineSelected));
     }
 }
-#endif
 
-#if defined(TAVRIN_RENDER_HAS_BehaviorCali) || defined(TAVRIN_RENDER_HAS_BehaviorCheck)
 template <class Behavior>
 void setupBehavior(FigureBuilder& b)
 {
@@ -313,21 +261,17 @@ void setupBehavior(FigureBuilder& b)
         cali->SetCaliType(static_cast<tagTAVRIN_BEHAV_CALI_TYPE>(*caliType));
     }
 }
-#endif
-#ifdef TAVRIN_RENDER_HAS_BehaviorCali
+
 void setupBehaviorCali(FigureBuilder& b)
 {
     setupBehavior<BehaviorCali>(b);
 }
-#endif
-#ifdef TAVRIN_RENDER_HAS_BehaviorCheck
+
 void setupBehaviorCheck(FigureBuilder& b)
 {
     setupBehavior<BehaviorCheck>(b);
 }
-#endif
 
-#ifdef TAVRIN_RENDER_HAS_ItsCali
 void setupItsCali(FigureBuilder& b)
 {
     FieldReader& in = b.fields();
@@ -350,18 +294,14 @@ void setupItsCali(FigureBuilder& b)
         cali->SetClosed(*closed);
     }
 }
-#endif
 
-#ifdef TAVRIN_RENDER_HAS_PupilDistance
 void setupPupilDistance(FigureBuilder& b)
 {
     Vertices v = b.vertices(2, 2);
     PupilDistance* pupils = b.adopt(PupilDistance::NewInstance());
     b.require(pupils->SetPoints(v.data(), countOf(v)), "vertices");
 }
-#endif
 
-#ifdef TAVRIN_RENDER_HAS_BinoCali
 void setupBinoCali(FigureBuilder& b)
 {
     Vertices v = b.vertices(1, 1);
@@ -373,67 +313,31 @@ void setupBinoCali(FigureBuilder& b)
         cali->SetRadius(static_cast<unsigned int>(*radius));
     }
 }
-#endif
 
-#ifdef TAVRIN_RENDER_HAS_LfCali
 void setupLfCali(FigureBuilder& b)
 {
     Vertices v = b.vertices(1, 1);
     LfCali* cali = b.adopt(LfCali::NewInstance());
     b.require(cali->SetPoints(v.data(), countOf(v)), "vertices");
 }
-#endif
 
 const FigureKind kKinds[] = {
-#ifdef TAVRIN_RENDER_HAS_ShieldRegion
     {"ShieldRegion", setupShieldRegion},
-#endif
-#ifdef TAVRIN_RENDER_HAS_ReferenceRegion
     {"ReferenceRegion", setupReferenceRegion},
-#endif
-#ifdef TAVRIN_RENDER_HAS_EnterRegion
     {"EnterRegion", setupEnterRegion},
-#endif
-#ifdef TAVRIN_RENDER_HAS_ITCPlateRegion
     {"ITCPlateRegion", setupITCPlateRegion},
-#endif
-#ifdef TAVRIN_RENDER_HAS_VcaRule
     {"VcaRule", setupVcaRule},
-#endif
-#ifdef TAVRIN_RENDER_HAS_ITCLine
     {"ITCLine", setupITCLine},
-#endif
-#ifdef TAVRIN_RENDER_HAS_Lane
     {"Lane", setupLane},
-#endif
-#ifdef TAVRIN_RENDER_HAS_PdcRule
     {"PdcRule", setupPdcRule},
-#endif
-#ifdef TAVRIN_RENDER_HAS_SizeFilter
     {"SizeFilter", setupSizeFilter},
-#endif
-#ifdef TAVRIN_RENDER_HAS_AtmCali
     {"AtmCali", setupAtmCali},
-#endif
-#ifdef TAVRIN_RENDER_HAS_BehaviorCali
     {"BehaviorCali", setupBehaviorCali},
-#endif
-#ifdef TAVRIN_RENDER_HAS_BehaviorCheck
     {"BehaviorCheck", setupBehaviorCheck},
-#endif
-#ifdef TAVRIN_RENDER_HAS_ItsCali
     {"ItsCali", setupItsCali},
-#endif
-#ifdef TAVRIN_RENDER_HAS_PupilDistance
     {"PupilDistance", setupPupilDistance},
-#endif
-#ifdef TAVRIN_RENDER_HAS_BinoCali
     {"BinoCali", setupBinoCali},
-#endif
-#ifdef TAVRIN_RENDER_HAS_LfCali
     {"LfCali", setupLfCali},
-#endif
-    {nullptr, nullptr},
 };
 
 }  // namespace
@@ -441,23 +345,11 @@ const FigureKind kKinds[] = {
 const FigureKind* findFigureKind(const QString& name)
 {
     for (const FigureKind& kind : kKinds) {
-        if (kind.name != nullptr && name == QLatin1String(kind.name)) {
+        if (name == QLatin1String(kind.name)) {
             return &kind;
         }
     }
     return nullptr;
-}
-
-const QStringList& allFigureKindNames()
-{
-    static const QStringList names = {
-        QStringLiteral("ShieldRegion"),  QStringLiteral("ReferenceRegion"), QStringLiteral("EnterRegion"),
-        QStringLiteral("ITCPlateRegion"), QStringLiteral("VcaRule"),        QStringLiteral("ITCLine"),
-        QStringLiteral("Lane"),          QStringLiteral("PdcRule"),         QStringLiteral("SizeFilter"),
-        QStringLiteral("AtmCali"),       QStringLiteral("BehaviorCali"),    QStringLiteral("BehaviorCheck"),
-        QStringLiteral("ItsCali"),       QStringLiteral("PupilDistance"),   QStringLiteral("BinoCali"),
-        QStringLiteral("LfCali")};
-    return names;
 }
 
 }  // namespace render

@@ -8,7 +8,6 @@
 #include "FigureBuilder.h"
 
 #include <QString>
-#include <QStringList>
 
 namespace Tavrin {
 namespace render {
@@ -18,12 +17,8 @@ struct FigureKind {
     void (*setup)(FigureBuilder& builder);
 };
 
-/// The kind called `name` (a class name, case-sensitive); null for an unknown name or a
-/// kind whose class this build of the library does not have.
+/// The kind called `name` (a class name, case-sensitive); null for an unknown name.
 const FigureKind* findFigureKind(const QString& name);
-
-/// Every class name the scene format knows, whether or not this build has it.
-const QStringList& allFigureKindNames();
 
 }  // namespace render
 }  // namespace Tavrin
