@@ -66,6 +66,10 @@ void DemoView::paintGL()
     glViewport(0, 0, m_document.view().width(), m_document.view().height());
     glClearColor(((rgb >> 16) & 0xff) / 255.0f, ((rgb >> 8) & 0xff) / 255.0f, (rgb & 0xff) / 255.0f, 1.0f);
     glClear(GL_COLOR_BUFFER_BIT);
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+    glMatrixMode(GL_MODELVIEW);
+    glLoadIdentity();
     drawPicture();
     // The host's part: after the frame, every figure draws itself at the view's size.
     m_document.paint();
@@ -96,10 +100,6 @@ void DemoView::drawPicture()
                               .convertToFormat(QImage::Format_RGBA8888)
                               .mirrored(false, true);
     }
-    glMatrixMode(GL_PROJECTION);
-    glLoadIdentity();
-    glMatrixMode(GL_MODELVIEW);
-    glLoadIdentity();
     glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
     glPixelStorei(GL_UNPACK_ROW_LENGTH, m_scaledPicture.bytesPerLine() / 4);
     glRasterPos2f(-1.0f, -1.0f);
@@ -116,7 +116,6 @@ void DemoView::drawPlacing()
     // The clicks so far and the rubber band to the cursor, in the demo's own colour;
     // the figure itself is made by its class once placing finishes.
     auto vertex = [](const tagTAVRIN_POINT& p) { glVertex2f(2.0f * p.x - 1.0f, 1.0f - 2.0f * p.y); };
-    glMatrixMode(GL_MODELVIEW);
     glLoadIdentity();
     glColor4ub(0x00, 0xff, 0x7f, 0xff);
     glLineWidth(1.5f);
@@ -188,8 +187,11 @@ void DemoView::mouseReleaseEvent(QMouseEvent* event)
 
 void DemoView::mouseDoubleClickEvent(QMouseEvent* event)
 {
-    // The double-click's first press has already placed its vertex.
-    if (placing() && event->button() == Qt::LeftButton) {
+    // The double-click's first press has already placed its vertex; outside placing the
+    // second press is an ordinary press.
+    if (!placing()) {
+        mousePressEvent(event);
+    } else if (event->button() == Qt::LeftButton) {
         finishPlacing();
         update();
     }

@@ -51,13 +51,15 @@ MainWindow::MainWindow(SceneDocument& document)
     showMessage(QStringLiteral("Press a figure to select it, drag it or its vertices; pick a kind to place one"));
 }
 
-bool MainWindow::openScene(const QString& path)
+bool MainWindow::openScene(const QString& path, QString* reason)
 {
     QString error;
     if (!m_document.load(path, error)) {
         const QString text = QStringLiteral("%1: %2").arg(QFileInfo(path).fileName(), error);
         showMessage(text);
-        if (isVisible()) {
+        if (reason != nullptr) {
+            *reason = text;
+        } else if (isVisible()) {
             QMessageBox::warning(this, QStringLiteral("Cannot open the scene"), text);
         }
         return false;

@@ -21,8 +21,9 @@ class MainWindow : public QMainWindow {
 public:
     explicit MainWindow(SceneDocument& document);
 
-    /// Opens a scene; on a refusal shows the reason and keeps the current scene.
-    bool openScene(const QString& path);
+    /// Opens a scene; on a refusal keeps the current scene and gives the reason in
+    /// `reason`, or, without one, shows it in a dialog (when the window is shown).
+    bool openScene(const QString& path, QString* reason = nullptr);
     bool saveScene(const QString& path);
 
     DemoView* view() const { return m_view; }

@@ -278,7 +278,9 @@ void Script::grab(const QString& path, int target)
 
 int Script::run(const SelfTestFiles& files)
 {
-    check(m_window.openScene(files.scene), QStringLiteral("the scene %1 opens").arg(files.scene));
+    QString reason;
+    const bool opened = m_window.openScene(files.scene, &reason);
+    check(opened, QStringLiteral("the scene opens: %1").arg(reason));
     const std::vector<int> figures = m_host.figureSlots();
     if (figures.empty()) {
         check(false, QStringLiteral("the scene has figures"));

@@ -140,7 +140,9 @@ int main(int argc, char** argv)
         return Tavrin::demo::runSelfTest(window, document, files);
     }
     if (!args.screenshot.isEmpty()) {
-        if (!args.scene.isEmpty() && !window.openScene(args.scene)) {
+        QString reason;
+        if (!args.scene.isEmpty() && !window.openScene(args.scene, &reason)) {
+            std::fprintf(stderr, "tavrin-demo: %s\n", reason.toLocal8Bit().constData());
             return 1;
         }
         return screenshot(window, args);
