@@ -190,6 +190,7 @@ void PropertyPanel::addEditor(const Option& option, const QJsonObject& entry)
     default: {
         auto* edit = new QLineEdit(valueText(option, value), m_form);
         edit->setObjectName(key);
+        edit->setCursorPosition(0);  // long point lists show from their start
         edit->setPlaceholderText(placeholder(option));
         const OptionType type = option.type;
         connect(edit, &QLineEdit::editingFinished, this, [this, key, edit, type] {
