@@ -24,6 +24,13 @@ ASAN_OPTIONS=detect_leaks=0:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1:ha
   "$asan/tests/render/tavrin_render_tests" --gtest_brief=1
 echo "asan+ubsan: scene renderer clean"
 
+# The demo's scene handling (HostView, figures built, edited, saved and read back), with
+# leak checking off for the same reason.
+cmake --build "$asan" -j "$jobs" --target tavrin_demo_tests
+ASAN_OPTIONS=detect_leaks=0:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
+  "$asan/tools/demo/tavrin_demo_tests" --gtest_brief=1
+echo "asan+ubsan: demo scene handling clean"
+
 tsan=${TAVRIN_TSAN_DIR:-$root/build-tsan}
 cmake -S "$root" -B "$tsan" -DCMAKE_BUILD_TYPE=Debug -DTAVRIN_SANITIZE=thread >/dev/null
 cmake --build "$tsan" -j "$jobs" --target tavrin_tests

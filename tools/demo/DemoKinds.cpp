@@ -1,0 +1,235 @@
+#include "DemoKinds.h"
+
+#include "SceneWriter.h"
+
+#include <QJsonArray>
+
+#include <algorithm>
+#include <cmath>
+
+namespace Tavrin {
+namespace demo {
+
+namespace {
+
+using render::pointsValue;
+using render::pointValue;
+
+const QStringList kNoChoices;
+
+Option flag(const char* key) { return Option{key, OptionType::Bool, kNoChoices}; }
+Option choice(const char* key, QStringList names) { return Option{key, OptionType::Choice, std::move(names)}; }
+Option integer(const char* key, int min, int max) { return Option{key, OptionType::Integer, kNoChoices, min, max}; }
+Option text(const char* key, int max) { return Option{key, OptionType::Text, kNoChoices, 0, max}; }
+Option colour(const char* key) { return Option{key, OptionType::Colour, kNoChoices}; }
+Option point(const char* key) { return Option{key, OptionType::Point, kNoChoices}; }
+Option pointPair(const char* key) { return Option{key, OptionType::PointPair, kNoChoices}; }
+Option numbers(const char* key, int max) { return Option{key, OptionType::Numbers, kNoChoices, 0, max}; }
+
+tagTAVRIN_POINT midpoint(const tagTAVRIN_POINT& a, const tagTAVRIN_POINT& b)
+{
+    return tagTAVRIN_POINT{(a.x + b.x) / 2.0f, (a.y + b.y) / 2.0f};
+}
+
+tagTAVRIN_POINT centroid(const std::vector<tagTAVRIN_POINT>& points)
+{
+    float x = 0.0f;
+    float y = 0.0f;
+    for (const tagTAVRIN_POINT& p : points) {
+        x += p.x;
+        y += p.y;
+    }
+    const float n = static_cast<float>(points.size());
+    return tagTAVRIN_POINT{x / n, y / n};
+}
+
+/// A direction arrow inside a new lane or counting area: from its centre towards the
+/// middle of its first edge, three fifths of the way.
+QJsonArray arrowInside(const std::vector<tagTAVRIN_POINT>& clicks)
+{
+    const tagTAVRIN_POINT from = centroid(clicks);
+    const tagTAVRIN_POINT edge = midpoint(clicks[0], clicks[1]);
+    const tagTAVRIN_POINT to{from.x + 0.6f * (edge.x - from.x), from.y + 0.6f * (edge.y - from.y)};
+    return QJsonArray{pointValue(from), pointValue(to)};
+}
+
+/// An ATM region from two opposite corners: its four corners clockwise from the top
+/// left, and a vertical calibration line down its middle.
+void atmFromDiagonal(QJsonObject& entry, const tagTAVRIN_POINT& a, const tagTAVRIN_POINT& b)
+{
+    const float left = std::min(a.x, b.x);
+    const float right = std::max(a.x, b.x);
+    const float top = std::min(a.y, b.y);
+    const float bottom = std::max(a.y, b.y);
+    const tagTAVRIN_POINT corners[4] = {{left, top}, {right, top}, {right, bottom}, {left, bottom}};
+    entry[QStringLiteral("vertices")] = pointsValue(corners, 4);
+    const float x = (left + right) / 2.0f;
+    const float inset = (bottom - top) / 5.0f;
+    entry[QStringLiteral("linePoints")] = QJsonArray{pointValue({x, top + inset}), pointValue({x, bottom - inset})};
+}
+
+bool parseNumber(const QString& text, double& value)
+{
+    bool ok = false;
+    value = text.trimmed().toDouble(&ok);
+    return ok && std::isfinite(value);
+}
+
+/// "x, y" into [x, y].
+bool parsePoint(const QString& text, QJsonArray& point)
+{
+    const QStringList parts = text.split(QLatin1Char(','));
+    double x = 0.0;
+    double y = 0.0;
+    if (parts.size() != 2 || !parseNumber(parts[0], x) || !parseNumber(parts[1], y)) {
+        return false;
+    }
+    point = QJsonArray{x, y};
+    return true;
+}
+
+}  // namespace
+
+const std::vector<Kind>& kinds()
+{
+    static const std::vector<Kind> all = {
+        {"ShieldRegion", 3, 10, {flag("closed")}},
+        {"ReferenceRegion", 3, 10, {flag("closed")}},
+        {"EnterRegion", 3, 10, {flag("closed")}},
+        {"ITCPlateRegion", 3, 20, {flag("closed")}},
+        {"VcaRule",
+         2,
+         10,
+         {choice("ruleType", {"region", "line", "brokenLine"}),
+          choice("arrowDirection", {"both", "positive", "negative", "none"}), choice("lineType", {"plain", "arrow"}),
+          flag("traversePlane"), flag("closed"), colour("normalColor"), colour("selectedColor")}},
+        {"ITCLine", 2, 2, {choice("lineType", {"default", "green"})}},
+        {"Lane", 3, 10, {pointPair("arrow")}},
+        {"PdcRule",
+         2,
+         10,
+         {flag("lineMode"), pointPair("arrow"), flag("closed"), flag("lineCali"), flag("shoulderLine"),
+          pointPair("caliPoints"), integer("selectedCaliPoint", 0, 2), numbers("targetWidths", 16),
+          point("singlePoint"), text("text", 127)}},
+        {"SizeFilter", 2, 2, {choice("filterType", {"rect", "square"}), integer("colorScheme", 0, 2)}},
+        {"AtmCali", 2, 2, {pointPair("linePoints"), integer("lineSelected", 0, 2)}},
+        {"BehaviorCali", 2, 2, {choice("caliType", {"line", "vertical"})}},
+        {"BehaviorCheck", 2, 2, {choice("caliType", {"line", "vertical"})}},
+        {"ItsCali", 3, 10, {text("widthText", 16), text("heightText", 16), flag("closed")}},
+        {"PupilDistance", 2, 2, {}},
+        {"BinoCali", 1, 1, {integer("radius", 1, 4096)}},
+        {"LfCali", 1, 1, {}},
+    };
+    return all;
+}
+
+const Kind* findKind(const QString& name)
+{
+    for (const Kind& kind : kinds()) {
+        if (name == QLatin1String(kind.name)) {
+            return &kind;
+        }
+    }
+    return nullptr;
+}
+
+QJsonObject newFigureEntry(const QString& name, const std::vector<tagTAVRIN_POINT>& clicks)
+{
+    const Kind* kind = findKind(name);
+    const unsigned int count = static_cast<unsigned int>(clicks.size());
+    if (kind == nullptr || count < kind->minClicks || count > kind->maxClicks) {
+        return QJsonObject();
+    }
+    QJsonObject entry;
+    entry[QStringLiteral("kind")] = name;
+    entry[QStringLiteral("vertices")] = pointsValue(clicks.data(), count);
+    if (name == QLatin1String("VcaRule")) {
+        entry[QStringLiteral("ruleType")] = count == 2 ? QStringLiteral("line") : QStringLiteral("region");
+    } else if (name == QLatin1String("PdcRule")) {
+        if (count == 2) {
+            entry[QStringLiteral("lineMode")] = true;
+        } else {
+            entry[QStringLiteral("arrow")] = arrowInside(clicks);
+        }
+    } else if (name == QLatin1String("Lane")) {
+        entry[QStringLiteral("arrow")] = arrowInside(clicks);
+    } else if (name == QLatin1String("AtmCali")) {
+        atmFromDiagonal(entry, clicks[0], clicks[1]);
+    } else if (name == QLatin1String("BinoCali")) {
+        entry[QStringLiteral("radius")] = 60;
+    }
+    return entry;
+}
+
+QString pointsText(const QJsonValue& value)
+{
+    auto number = [](const QJsonValue& v) { return QString::number(v.toDouble(), 'g', 7); };
+    if (!value.isArray()) {
+        return QString();
+    }
+    const QJsonArray list = value.toArray();
+    QStringList items;
+    for (const QJsonValue& item : list) {
+        if (item.isArray()) {
+            const QJsonArray xy = item.toArray();
+            items << number(xy.at(0)) + QStringLiteral(", ") + number(xy.at(1));
+        } else {
+            items << number(item);
+        }
+    }
+    // A single point [x, y] is one pair of numbers.
+    if (!list.isEmpty() && !list.at(0).isArray()) {
+        return items.join(QStringLiteral(", "));
+    }
+    return items.join(QStringLiteral("; "));
+}
+
+bool parseOptionText(OptionType type, const QString& text, QJsonValue& value)
+{
+    const QString trimmed = text.trimmed();
+    if (trimmed.isEmpty()) {
+        value = QJsonValue(QJsonValue::Undefined);
+        return true;
+    }
+    switch (type) {
+    case OptionType::Text:
+    case OptionType::Colour:
+        value = text;
+        return true;
+    case OptionType::Point: {
+        QJsonArray point;
+        if (!parsePoint(trimmed, point)) {
+            return false;
+        }
+        value = point;
+        return true;
+    }
+    case OptionType::PointPair: {
+        const QStringList parts = trimmed.split(QLatin1Char(';'));
+        QJsonArray first;
+        QJsonArray second;
+        if (parts.size() != 2 || !parsePoint(parts[0], first) || !parsePoint(parts[1], second)) {
+            return false;
+        }
+        value = QJsonArray{first, second};
+        return true;
+    }
+    case OptionType::Numbers: {
+        QJsonArray list;
+        for (const QString& part : trimmed.split(QLatin1Char(','))) {
+            double number = 0.0;
+            if (!parseNumber(part, number)) {
+                return false;
+            }
+            list.append(number);
+        }
+        value = list;
+        return true;
+    }
+    default:
+        return false;
+    }
+}
+
+}  // namespace demo
+}  // namespace Tavrin

@@ -1,0 +1,63 @@
+#ifndef TAVRIN_TOOLS_DEMO_DEMOKINDS_H
+#define TAVRIN_TOOLS_DEMO_DEMOKINDS_H
+
+// What the demo knows about each of the sixteen analytics classes beyond the scene
+// reader: the options its property panel offers (the scene format's fields), how many
+// clicks place a new figure and how the clicks become the figure's entry.
+
+#include <Tavrin/TavrinTypes.h>
+
+#include <QJsonObject>
+#include <QString>
+#include <QStringList>
+
+#include <vector>
+
+namespace Tavrin {
+namespace demo {
+
+enum class OptionType { Bool, Choice, Integer, Text, Colour, Point, PointPair, Numbers };
+
+/// One option of a kind, named as in the scene format. An option absent from a
+/// figure's entry keeps the class's own initial value.
+struct Option {
+    const char* key;
+    OptionType type;
+    /// Choice: the accepted names, in value order from 0.
+    QStringList choices;
+    /// Integer: the range; Text: the longest text; Numbers: how many at most.
+    int min = 0;
+    int max = 0;
+};
+
+struct Kind {
+    const char* name;
+    /// Clicks that place a new figure: at least `minClicks`; placing stops by itself at
+    /// `maxClicks`.
+    unsigned int minClicks;
+    unsigned int maxClicks;
+    std::vector<Option> options;
+};
+
+/// The sixteen kinds in palette order.
+const std::vector<Kind>& kinds();
+/// The kind called `name`, or null.
+const Kind* findKind(const QString& name);
+
+/// The scene entry of a new figure of `kind` from `clicks` (normalised points, within
+/// the kind's click limits): its vertices and the options that make it a complete figure
+/// (a tripwire for two clicks of a VcaRule, the corners of an ATM region and a
+/// calibration line in it, a lane's direction arrow, a radius). Empty for an unknown
+/// kind or a click count outside the limits.
+QJsonObject newFigureEntry(const QString& kind, const std::vector<tagTAVRIN_POINT>& clicks);
+
+/// "x, y" and "x, y; x, y" as the panel shows points, and the lists of numbers.
+QString pointsText(const QJsonValue& value);
+/// Reads the panel's text for an option of `type` back into a scene value; an empty
+/// text gives an undefined value (the option is left out). False for malformed text.
+bool parseOptionText(OptionType type, const QString& text, QJsonValue& value);
+
+}  // namespace demo
+}  // namespace Tavrin
+
+#endif  // TAVRIN_TOOLS_DEMO_DEMOKINDS_H

@@ -1,0 +1,251 @@
+#include "DemoView.h"
+
+#include "DemoKinds.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+
+#include <GL/gl.h>
+
+#include <cmath>
+
+namespace Tavrin {
+namespace demo {
+
+DemoView::DemoView(SceneDocument& document, QWidget* parent) : QOpenGLWidget(parent), m_document(document)
+{
+    setMouseTracking(true);  // hovering highlights the figure under the cursor
+    setFocusPolicy(Qt::StrongFocus);
+}
+
+QSize DemoView::sizeHint() const
+{
+    const QSize scene = m_document.sceneSize();
+    return scene.isValid() ? scene.scaled(960, 540, Qt::KeepAspectRatio) : QSize(960, 540);
+}
+
+void DemoView::startPlacing(const QString& kind)
+{
+    const Kind* known = findKind(kind);
+    if (known == nullptr) {
+        return;
+    }
+    m_placingKind = kind;
+    m_clicks.clear();
+    m_document.view().select(-1);
+    emit selectionChanged();
+    emit message(known->minClicks == known->maxClicks
+                     ? QStringLiteral("%1: click %2 point(s)").arg(kind).arg(known->minClicks)
+                     : QStringLiteral("%1: click %2 to %3 points, Enter or a double-click finishes, Escape cancels")
+                           .arg(kind)
+                           .arg(known->minClicks)
+                           .arg(known->maxClicks));
+    setFocus();
+    update();
+}
+
+void DemoView::cancelPlacing()
+{
+    m_placingKind.clear();
+    m_clicks.clear();
+    update();
+}
+
+void DemoView::pictureChanged()
+{
+    m_scaledPicture = QImage();
+    update();
+}
+
+void DemoView::initializeGL() {}
+
+void DemoView::paintGL()
+{
+    syncViewSize();
+    const unsigned int rgb = m_document.colour();
+    glViewport(0, 0, m_document.view().width(), m_document.view().height());
+    glClearColor(((rgb >> 16) & 0xff) / 255.0f, ((rgb >> 8) & 0xff) / 255.0f, (rgb & 0xff) / 255.0f, 1.0f);
+    glClear(GL_COLOR_BUFFER_BIT);
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+    glMatrixMode(GL_MODELVIEW);
+    glLoadIdentity();
+    drawPicture();
+    // The host's part: after the frame, every figure draws itself at the view's size.
+    m_document.paint();
+    drawPlacing();
+}
+
+void DemoView::syncViewSize()
+{
+    const int width = static_cast<int>(std::lround(this->width() * devicePixelRatioF()));
+    const int height = static_cast<int>(std::lround(this->height() * devicePixelRatioF()));
+    HostView& view = m_document.view();
+    if (view.width() != width || view.height() != height) {
+        view.resize(width, height);
+        m_scaledPicture = QImage();
+    }
+}
+
+void DemoView::drawPicture()
+{
+    const QImage& picture = m_document.picture();
+    const HostView& view = m_document.view();
+    if (picture.isNull() || view.width() <= 0 || view.height() <= 0) {
+        return;
+    }
+    if (m_scaledPicture.size() != QSize(view.width(), view.height())) {
+        // Bottom row first, as glDrawPixels reads it.
+        m_scaledPicture = picture.scaled(view.width(), view.height(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+                              .convertToFormat(QImage::Format_RGBA8888)
+                              .mirrored(false, true);
+    }
+    glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
+    glPixelStorei(GL_UNPACK_ROW_LENGTH, m_scaledPicture.bytesPerLine() / 4);
+    glRasterPos2f(-1.0f, -1.0f);
+    glDrawPixels(m_scaledPicture.width(), m_scaledPicture.height(), GL_RGBA, GL_UNSIGNED_BYTE,
+                 m_scaledPicture.constBits());
+    glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
+}
+
+void DemoView::drawPlacing()
+{
+    if (!placing() || m_clicks.empty()) {
+        return;
+    }
+    // The clicks so far and the rubber band to the cursor, in the demo's own colour;
+    // the figure itself is made by its class once placing finishes.
+    auto vertex = [](const tagTAVRIN_POINT& p) { glVertex2f(2.0f * p.x - 1.0f, 1.0f - 2.0f * p.y); };
+    glLoadIdentity();
+    glColor4ub(0x00, 0xff, 0x7f, 0xff);
+    glLineWidth(1.5f);
+    glBegin(GL_LINE_STRIP);
+    for (const tagTAVRIN_POINT& p : m_clicks) {
+        vertex(p);
+    }
+    vertex(m_cursor);
+    glEnd();
+    glPointSize(7.0f);
+    glBegin(GL_POINTS);
+    for (const tagTAVRIN_POINT& p : m_clicks) {
+        vertex(p);
+    }
+    glEnd();
+    glLineWidth(1.0f);
+    glPointSize(1.0f);
+}
+
+QPoint DemoView::devicePixel(const QPoint& logical) const
+{
+    const qreal ratio = devicePixelRatioF();
+    return QPoint(static_cast<int>(std::lround(logical.x() * ratio)), static_cast<int>(std::lround(logical.y() * ratio)));
+}
+
+void DemoView::mousePressEvent(QMouseEvent* event)
+{
+    if (event->button() != Qt::LeftButton) {
+        return;
+    }
+    syncViewSize();
+    const QPoint p = devicePixel(event->pos());
+    if (placing()) {
+        m_clicks.push_back(m_document.view().normalised(p.x(), p.y()));
+        const Kind* kind = findKind(m_placingKind);
+        if (kind != nullptr && m_clicks.size() >= kind->maxClicks) {
+            finishPlacing();
+        }
+        update();
+        return;
+    }
+    m_document.view().press(p.x(), p.y());
+    emit selectionChanged();
+    update();
+}
+
+void DemoView::mouseMoveEvent(QMouseEvent* event)
+{
+    const QPoint p = devicePixel(event->pos());
+    HostView& view = m_document.view();
+    if (placing()) {
+        m_cursor = view.normalised(p.x(), p.y());
+    } else if (view.dragging()) {
+        view.drag(p.x(), p.y());
+        emit edited();
+    } else {
+        view.hover(p.x(), p.y());
+    }
+    update();
+}
+
+void DemoView::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton) {
+        m_document.view().release();
+        emit edited();
+    }
+}
+
+void DemoView::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    // The double-click's first press has already placed its vertex; outside placing the
+    // second press is an ordinary press.
+    if (!placing()) {
+        mousePressEvent(event);
+    } else if (event->button() == Qt::LeftButton) {
+        finishPlacing();
+        update();
+    }
+}
+
+void DemoView::keyPressEvent(QKeyEvent* event)
+{
+    switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        if (placing()) {
+            finishPlacing();
+        }
+        break;
+    case Qt::Key_Escape:
+        if (placing()) {
+            cancelPlacing();
+            emit message(QStringLiteral("placing cancelled"));
+        }
+        break;
+    case Qt::Key_Delete:
+    case Qt::Key_Backspace:
+        if (!placing() && m_document.view().selectedSlot() >= 0) {
+            m_document.remove(m_document.view().selectedSlot());
+            emit selectionChanged();
+        }
+        break;
+    default:
+        QOpenGLWidget::keyPressEvent(event);
+        return;
+    }
+    update();
+}
+
+void DemoView::finishPlacing()
+{
+    const QString kind = m_placingKind;
+    const std::vector<tagTAVRIN_POINT> clicks = m_clicks;
+    cancelPlacing();
+    const Kind* known = findKind(kind);
+    if (known == nullptr || clicks.size() < known->minClicks) {
+        emit message(QStringLiteral("%1 needs at least %2 points; placing cancelled")
+                         .arg(kind)
+                         .arg(known != nullptr ? known->minClicks : 0));
+        return;
+    }
+    QString error;
+    if (m_document.create(kind, clicks, error) < 0) {
+        emit message(QStringLiteral("%1 refused: %2").arg(kind, error));
+    } else {
+        emit message(QStringLiteral("%1 placed").arg(kind));
+    }
+    emit selectionChanged();
+}
+
+}  // namespace demo
+}  // namespace Tavrin

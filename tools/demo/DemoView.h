@@ -1,0 +1,69 @@
+#ifndef TAVRIN_TOOLS_DEMO_DEMOVIEW_H
+#define TAVRIN_TOOLS_DEMO_DEMOVIEW_H
+
+// The video view of the demo: a QOpenGLWidget (compatibility profile) that draws the
+// picture and then every figure, as a host's paint handler does after each video frame,
+// and hands the mouse to the document's HostView. In placing mode clicks become the
+// vertices of a new figure instead.
+
+#include "SceneDocument.h"
+
+#include <QImage>
+#include <QOpenGLWidget>
+#include <QString>
+
+#include <vector>
+
+namespace Tavrin {
+namespace demo {
+
+class DemoView : public QOpenGLWidget {
+    Q_OBJECT
+public:
+    DemoView(SceneDocument& document, QWidget* parent = nullptr);
+
+    /// Starts placing a figure of `kind`: clicks add vertices, Enter or a double-click
+    /// finishes, Escape cancels. Placing stops by itself at the kind's most vertices.
+    void startPlacing(const QString& kind);
+    void cancelPlacing();
+    bool placing() const { return !m_placingKind.isEmpty(); }
+    /// The document's picture changed.
+    void pictureChanged();
+
+    QSize sizeHint() const override;
+
+signals:
+    /// The selection changed (a press, a new or deleted figure).
+    void selectionChanged();
+    /// The selected figure's vertices may have changed (a drag).
+    void edited();
+    /// A one-line message for the status bar.
+    void message(const QString& text);
+
+protected:
+    void initializeGL() override;
+    void paintGL() override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    QPoint devicePixel(const QPoint& logical) const;
+    void syncViewSize();
+    void drawPicture();
+    void drawPlacing();
+    void finishPlacing();
+
+    SceneDocument& m_document;
+    QImage m_scaledPicture;
+    QString m_placingKind;
+    std::vector<tagTAVRIN_POINT> m_clicks;
+    tagTAVRIN_POINT m_cursor{0.0f, 0.0f};
+};
+
+}  // namespace demo
+}  // namespace Tavrin
+
+#endif  // TAVRIN_TOOLS_DEMO_DEMOVIEW_H

@@ -1,0 +1,157 @@
+#include "MainWindow.h"
+
+#include "DemoKinds.h"
+#include "DemoView.h"
+#include "PropertyPanel.h"
+
+#include <QDockWidget>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QKeySequence>
+#include <QListWidget>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QStatusBar>
+
+namespace Tavrin {
+namespace demo {
+
+MainWindow::MainWindow(SceneDocument& document)
+    : m_document(document), m_view(new DemoView(document, this)), m_panel(new PropertyPanel(document, this)),
+      m_palette(new QListWidget(this))
+{
+    setWindowTitle(QStringLiteral("tavrin-demo"));
+    setCentralWidget(m_view);
+
+    for (const Kind& kind : kinds()) {
+        m_palette->addItem(QLatin1String(kind.name));
+    }
+    m_palette->setMaximumWidth(m_palette->sizeHintForColumn(0) + 24);
+    m_palette->setToolTip(QStringLiteral("Click a kind, then click its vertices in the view"));
+    auto* paletteDock = new QDockWidget(QStringLiteral("New figure"), this);
+    paletteDock->setObjectName(QStringLiteral("palette"));
+    paletteDock->setFeatures(QDockWidget::NoDockWidgetFeatures);
+    paletteDock->setWidget(m_palette);
+    addDockWidget(Qt::LeftDockWidgetArea, paletteDock);
+
+    auto* panelDock = new QDockWidget(QStringLiteral("Properties"), this);
+    panelDock->setObjectName(QStringLiteral("properties"));
+    panelDock->setFeatures(QDockWidget::NoDockWidgetFeatures);
+    panelDock->setWidget(m_panel);
+    addDockWidget(Qt::RightDockWidgetArea, panelDock);
+
+    connect(m_palette, &QListWidget::itemClicked, this,
+            [this](QListWidgetItem* item) { m_view->startPlacing(item->text()); });
+    connect(m_view, &DemoView::selectionChanged, this, &MainWindow::selectionChanged);
+    connect(m_view, &DemoView::edited, m_panel, &PropertyPanel::refreshVertices);
+    connect(m_view, &DemoView::message, this, &MainWindow::showMessage);
+    connect(m_panel, &PropertyPanel::message, this, &MainWindow::showMessage);
+    connect(m_panel, &PropertyPanel::changed, m_view, [this] { m_view->update(); });
+    buildMenus();
+    showMessage(QStringLiteral("Press a figure to select it, drag it or its vertices; pick a kind to place one"));
+}
+
+bool MainWindow::openScene(const QString& path, QString* reason)
+{
+    QString error;
+    if (!m_document.load(path, error)) {
+        const QString text = QStringLiteral("%1: %2").arg(QFileInfo(path).fileName(), error);
+        showMessage(text);
+        if (reason != nullptr) {
+            *reason = text;
+        } else if (isVisible()) {
+            QMessageBox::warning(this, QStringLiteral("Cannot open the scene"), text);
+        }
+        return false;
+    }
+    m_view->cancelPlacing();
+    m_view->pictureChanged();
+    selectionChanged();
+    showMessage(QStringLiteral("%1: %2 figures").arg(QFileInfo(path).fileName()).arg(m_document.view().figureSlots().size()));
+    return true;
+}
+
+bool MainWindow::saveScene(const QString& path)
+{
+    QString error;
+    if (!m_document.save(path, error)) {
+        showMessage(QStringLiteral("%1: cannot write: %2").arg(path, error));
+        return false;
+    }
+    showMessage(QStringLiteral("saved %1").arg(path));
+    return true;
+}
+
+void MainWindow::buildMenus()
+{
+    QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
+    file->addAction(QStringLiteral("&Open scene..."), this, &MainWindow::openDialog, QKeySequence::Open);
+    file->addAction(
+        QStringLiteral("&Save scene"), this,
+        [this] {
+            if (m_document.path().isEmpty()) {
+                saveAsDialog();
+            } else {
+                saveScene(m_document.path());
+            }
+        },
+        QKeySequence::Save);
+    file->addAction(QStringLiteral("Save scene &as..."), this, &MainWindow::saveAsDialog, QKeySequence::SaveAs);
+    file->addAction(QStringLiteral("Open &picture..."), this, &MainWindow::pictureDialog);
+    file->addSeparator();
+    file->addAction(QStringLiteral("&Quit"), this, &QWidget::close, QKeySequence::Quit);
+
+    QMenu* edit = menuBar()->addMenu(QStringLiteral("&Edit"));
+    edit->addAction(QStringLiteral("&Delete figure"), this, [this] {
+        const int slot = m_document.view().selectedSlot();
+        if (slot >= 0) {
+            m_document.remove(slot);
+            selectionChanged();
+            m_view->update();
+        }
+    });
+}
+
+void MainWindow::openDialog()
+{
+    const QString path = QFileDialog::getOpenFileName(this, QStringLiteral("Open scene"), QString(),
+                                                      QStringLiteral("Scenes (*.json);;All files (*)"));
+    if (!path.isEmpty()) {
+        openScene(path);
+    }
+}
+
+void MainWindow::saveAsDialog()
+{
+    const QString path = QFileDialog::getSaveFileName(this, QStringLiteral("Save scene"), m_document.path(),
+                                                      QStringLiteral("Scenes (*.json)"));
+    if (!path.isEmpty()) {
+        saveScene(path);
+    }
+}
+
+void MainWindow::pictureDialog()
+{
+    const QString path = QFileDialog::getOpenFileName(this, QStringLiteral("Open picture"), QString(),
+                                                      QStringLiteral("Pictures (*.png *.jpg *.jpeg);;All files (*)"));
+    if (path.isEmpty()) {
+        return;
+    }
+    QString error;
+    if (!m_document.setPicture(path, error)) {
+        showMessage(QStringLiteral("%1: %2").arg(QFileInfo(path).fileName(), error));
+        return;
+    }
+    m_view->pictureChanged();
+}
+
+void MainWindow::showMessage(const QString& text) { statusBar()->showMessage(text); }
+
+void MainWindow::selectionChanged()
+{
+    m_panel->showSelection();
+    m_view->update();
+}
+
+}  // namespace demo
+}  // namespace Tavrin

@@ -1,0 +1,50 @@
+#ifndef TAVRIN_TOOLS_DEMO_MAINWINDOW_H
+#define TAVRIN_TOOLS_DEMO_MAINWINDOW_H
+
+// tavrin-demo's window: the palette of the sixteen kinds on the left, the video view in
+// the middle, the selected figure's properties and vertices on the right.
+
+#include "SceneDocument.h"
+
+#include <QMainWindow>
+
+class QListWidget;
+
+namespace Tavrin {
+namespace demo {
+
+class DemoView;
+class PropertyPanel;
+
+class MainWindow : public QMainWindow {
+    Q_OBJECT
+public:
+    explicit MainWindow(SceneDocument& document);
+
+    /// Opens a scene; on a refusal keeps the current scene and gives the reason in
+    /// `reason`, or, without one, shows it in a dialog (when the window is shown).
+    bool openScene(const QString& path, QString* reason = nullptr);
+    bool saveScene(const QString& path);
+
+    DemoView* view() const { return m_view; }
+    PropertyPanel* panel() const { return m_panel; }
+    QListWidget* palette() const { return m_palette; }
+
+private:
+    void buildMenus();
+    void openDialog();
+    void saveAsDialog();
+    void pictureDialog();
+    void showMessage(const QString& text);
+    void selectionChanged();
+
+    SceneDocument& m_document;
+    DemoView* m_view;
+    PropertyPanel* m_panel;
+    QListWidget* m_palette;
+};
+
+}  // namespace demo
+}  // namespace Tavrin
+
+#endif  // TAVRIN_TOOLS_DEMO_MAINWINDOW_H

@@ -1,0 +1,291 @@
+#include "SceneDocument.h"
+
+#include "DemoKinds.h"
+#include "Scene.h"
+#include "SceneWriter.h"
+
+#include <Tavrin/AtmCali.h>
+#include <Tavrin/LfCali.h>
+#include <Tavrin/PdcRule.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QImageReader>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QSaveFile>
+
+#include <cmath>
+#include <exception>
+
+namespace Tavrin {
+namespace demo {
+
+namespace {
+
+// The vertex hit tolerance of the library, used for the LfCali marker, whose own
+// CheckSelected answers true everywhere.
+constexpr float kMarkerTolerance = 0.02f;
+
+QString describe(const render::SceneError& e)
+{
+    return e.field().isEmpty() ? e.message() : e.field() + QStringLiteral(": ") + e.message();
+}
+
+QString colourText(unsigned int rgb)
+{
+    return QStringLiteral("#%1").arg(rgb & 0xffffffu, 6, 16, QLatin1Char('0'));
+}
+
+bool nearMarker(LfCali* marker, tagTAVRIN_POINT& p)
+{
+    tagTAVRIN_POINT point{0.0f, 0.0f};
+    unsigned int count = 0;
+    if (!marker->CheckSelected(p) || !marker->GetPoints(&point, &count)) {
+        return false;
+    }
+    const float dx = p.x - point.x;
+    const float dy = p.y - point.y;
+    return std::sqrt(dx * dx + dy * dy) < kMarkerTolerance;
+}
+
+}  // namespace
+
+SceneDocument::SceneDocument(QSize sceneSize, QSize viewSize)
+    : m_view(viewSize.width(), viewSize.height()), m_sceneSize(sceneSize)
+{
+}
+
+bool SceneDocument::load(const QString& path, QString& error)
+{
+    try {
+        render::Scene scene = render::readSceneFile(path, std::nullopt);
+        // The reader has checked the file; its entries are the figures' options.
+        QFile file(path);
+        if (!file.open(QIODevice::ReadOnly)) {
+            throw render::SceneError(QString(), file.errorString());
+        }
+        const QJsonObject top = QJsonDocument::fromJson(file.readAll()).object();
+        const QJsonArray entries = top.value(QStringLiteral("figures")).toArray();
+        if (static_cast<std::size_t>(entries.size()) != scene.figures.size()) {
+            throw render::SceneError(QStringLiteral("figures"), QStringLiteral("changed while it was read"));
+        }
+
+        m_view.clear();
+        m_figures.clear();
+        for (std::size_t i = 0; i < scene.figures.size(); ++i) {
+            track(scene.figures[i], entries.at(static_cast<int>(i)).toObject());
+        }
+        m_view.dropUntracked();
+        m_sceneSize = scene.size;
+        m_picture = scene.picture;
+        m_colour = scene.colour;
+        const QString background = top.value(QStringLiteral("background")).toString();
+        m_picturePath = scene.picture.isNull() ? QString()
+                                               : QFileInfo(path).absoluteDir().absoluteFilePath(background);
+        const QJsonValue comment = top.value(QStringLiteral("comment"));
+        m_comment = comment.isString() ? comment.toString() : QString();
+        m_path = path;
+        return true;
+    } catch (const render::SceneError& e) {
+        error = describe(e);
+    } catch (const std::exception& e) {
+        error = QString::fromLocal8Bit(e.what());
+    }
+    // The reader registers figures as it reads them: drop those it made before refusing.
+    m_view.dropUntracked();
+    return false;
+}
+
+QByteArray SceneDocument::toJson(const QString& folder) const
+{
+    render::SceneHeader header;
+    header.comment = m_comment;
+    header.size = m_sceneSize;
+    if (!m_picturePath.isEmpty()) {
+        header.background = QDir(folder).relativeFilePath(m_picturePath);
+    } else if (m_colour != 0) {
+        header.background = colourText(m_colour);
+    }
+    std::vector<QJsonObject> figures;
+    for (int slot : m_view.figureSlots()) {
+        figures.push_back(entry(slot));
+    }
+    return render::writeScene(header, figures);
+}
+
+bool SceneDocument::save(const QString& path, QString& error) const
+{
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(toJson(QFileInfo(path).absolutePath())) < 0 ||
+        !file.commit()) {
+        error = file.errorString();
+        return false;
+    }
+    return true;
+}
+
+bool SceneDocument::setPicture(const QString& path, QString& error)
+{
+    QImageReader reader(path);
+    const QSize size = reader.size();
+    if (size.isValid() && (size.width() > render::kMaxPictureSide || size.height() > render::kMaxPictureSide)) {
+        error = QStringLiteral("the picture is larger than %1 pixels a side").arg(render::kMaxPictureSide);
+        return false;
+    }
+    const QImage picture = reader.read();
+    if (picture.isNull()) {
+        error = reader.errorString();
+        return false;
+    }
+    m_picture = picture.scaled(m_sceneSize, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+                    .convertToFormat(QImage::Format_RGBA8888);
+    m_picturePath = QFileInfo(path).absoluteFilePath();
+    return true;
+}
+
+int SceneDocument::create(const QString& kind, const std::vector<tagTAVRIN_POINT>& clicks, QString& error)
+{
+    const QJsonObject entry = newFigureEntry(kind, clicks);
+    if (entry.isEmpty()) {
+        error = QStringLiteral("%1 cannot be placed with %2 clicks").arg(kind).arg(clicks.size());
+        return -1;
+    }
+    VcaObject* figure = build(entry, error);
+    if (figure == nullptr) {
+        return -1;
+    }
+    const int slot = track(figure, entry);
+    if (slot < 0) {
+        m_view.dropUntracked();
+        error = QStringLiteral("%1 could not be registered").arg(kind);
+        return -1;
+    }
+    m_view.select(slot);
+    return slot;
+}
+
+int SceneDocument::setOption(int slot, const QString& key, const QJsonValue& value, QString& error)
+{
+    const auto found = m_figures.find(slot);
+    if (found == m_figures.end()) {
+        error = QStringLiteral("no such figure");
+        return -1;
+    }
+    QJsonObject changed = entry(slot);
+    if (value.isUndefined()) {
+        changed.remove(key);
+    } else {
+        changed[key] = value;
+    }
+    VcaObject* figure = build(changed, error);
+    if (figure == nullptr) {
+        return -1;
+    }
+    auto caliPoint = std::make_shared<unsigned int>(
+        static_cast<unsigned int>(changed.value(QStringLiteral("selectedCaliPoint")).toInt()));
+    const int newSlot = m_view.replace(slot, figure, hooksFor(kind(slot), figure, caliPoint));
+    if (newSlot < 0) {
+        m_view.dropUntracked();
+        error = QStringLiteral("the figure could not be replaced");
+        return -1;
+    }
+    m_figures.erase(found);
+    m_figures[newSlot] = Figure{changed, caliPoint};
+    return newSlot;
+}
+
+void SceneDocument::remove(int slot)
+{
+    m_view.remove(slot);
+    m_figures.erase(slot);
+}
+
+QString SceneDocument::kind(int slot) const
+{
+    const auto found = m_figures.find(slot);
+    return found == m_figures.end() ? QString() : found->second.entry.value(QStringLiteral("kind")).toString();
+}
+
+QJsonObject SceneDocument::entry(int slot) const
+{
+    const auto found = m_figures.find(slot);
+    if (found == m_figures.end()) {
+        return QJsonObject();
+    }
+    QJsonObject out = render::refreshedEntry(found->second.entry, m_view.object(slot));
+    if (*found->second.caliPoint != 0) {
+        out[QStringLiteral("selectedCaliPoint")] = static_cast<int>(*found->second.caliPoint);
+    }
+    return out;
+}
+
+VcaObject* SceneDocument::build(const QJsonObject& entry, QString& error)
+{
+    QJsonObject scene;
+    scene[QStringLiteral("width")] = m_sceneSize.width();
+    scene[QStringLiteral("height")] = m_sceneSize.height();
+    scene[QStringLiteral("figures")] = QJsonArray{entry};
+    try {
+        const render::Scene built =
+            render::parseScene(QJsonDocument(scene).toJson(QJsonDocument::Compact), QString(), std::nullopt);
+        if (built.figures.size() == 1) {
+            return built.figures.front();
+        }
+        error = QStringLiteral("no figure was built");
+    } catch (const render::SceneError& e) {
+        // Paths inside the one-figure scene: name the field, not the wrapper.
+        error = describe(e).remove(QStringLiteral("figures[0]."));
+    } catch (const std::exception& e) {
+        error = QString::fromLocal8Bit(e.what());
+    }
+    m_view.dropUntracked();
+    return nullptr;
+}
+
+int SceneDocument::track(VcaObject* figure, const QJsonObject& entry)
+{
+    auto caliPoint = std::make_shared<unsigned int>(
+        static_cast<unsigned int>(entry.value(QStringLiteral("selectedCaliPoint")).toInt()));
+    const QString kind = entry.value(QStringLiteral("kind")).toString();
+    const int slot = m_view.track(figure, hooksFor(kind, figure, caliPoint));
+    if (slot >= 0) {
+        m_figures[slot] = Figure{entry, caliPoint};
+    }
+    return slot;
+}
+
+HostView::Hooks SceneDocument::hooksFor(const QString& kind, VcaObject* figure,
+                                        const std::shared_ptr<unsigned int>& caliPoint)
+{
+    HostView::Hooks hooks;
+    hooks.readBack = [kind, figure](tagTAVRIN_POINT* points, unsigned int* count) {
+        std::vector<tagTAVRIN_POINT> read;
+        if (!render::readVertices(kind, figure, read) || read.size() > 20) {
+            return false;
+        }
+        std::copy(read.begin(), read.end(), points);
+        *count = static_cast<unsigned int>(read.size());
+        return true;
+    };
+    if (auto* marker = dynamic_cast<LfCali*>(figure)) {
+        hooks.hit = [marker](tagTAVRIN_POINT& p) { return nearMarker(marker, p); };
+    } else if (auto* atm = dynamic_cast<AtmCali*>(figure)) {
+        // The calibration line's ends are dragged through the line's own calls.
+        hooks.checkHandle = [atm](tagTAVRIN_POINT& p) { return atm->CheckLinePointSelected(p); };
+        hooks.selectHandle = [atm](unsigned int index) { atm->SetLineSelPointIndex(index); };
+        hooks.moveHandle = [atm](tagTAVRIN_POINT& from, tagTAVRIN_POINT& to) { atm->MoveLinePoint(from, to); };
+    } else if (auto* rule = dynamic_cast<PdcRule*>(figure)) {
+        hooks.checkHandle = [rule](tagTAVRIN_POINT& p) { return rule->CheckCaliPointSelected(p); };
+        hooks.selectHandle = [rule, caliPoint](unsigned int index) {
+            rule->SetSelCaliPointIndex(index);
+            *caliPoint = index;
+        };
+        hooks.moveHandle = [rule](tagTAVRIN_POINT& from, tagTAVRIN_POINT& to) { rule->MoveCaliPoints(from, to); };
+    }
+    return hooks;
+}
+
+}  // namespace demo
+}  // namespace Tavrin

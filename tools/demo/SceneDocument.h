@@ -1,0 +1,97 @@
+#ifndef TAVRIN_TOOLS_DEMO_SCENEDOCUMENT_H
+#define TAVRIN_TOOLS_DEMO_SCENEDOCUMENT_H
+
+// The demo's scene: a HostView with its figures, each kept with its scene-file entry
+// (kind and options), the picture behind them, and the scene's own view size. Figures
+// are built by the scene reader of tools/render, exactly as tavrin-render builds them,
+// and written back with its writer; the mouse edits them through the HostView.
+// Nothing here needs a window or a GL context except paint().
+
+#include "HostView.h"
+
+#include <QImage>
+#include <QJsonObject>
+#include <QJsonValue>
+#include <QSize>
+#include <QString>
+
+#include <map>
+#include <memory>
+#include <vector>
+
+namespace Tavrin {
+namespace demo {
+
+class SceneDocument {
+public:
+    /// An empty scene of `sceneSize` over black, shown in a view of `viewSize` pixels.
+    SceneDocument(QSize sceneSize, QSize viewSize);
+
+    HostView& view() { return m_view; }
+    const HostView& view() const { return m_view; }
+
+    /// Replaces the scene with the file at `path`. On a refusal the scene stays as it
+    /// was and `error` says why, as tavrin-render would ("figures[2].vertices: ...").
+    bool load(const QString& path, QString& error);
+    /// Writes the scene, with every figure as it is now, to `path` (the picture path is
+    /// made relative to the file's folder).
+    bool save(const QString& path, QString& error) const;
+    /// The scene as JSON text, picture paths relative to `folder`.
+    QByteArray toJson(const QString& folder) const;
+    /// Puts a picture file behind the figures (a PNG or JPEG); false with `error` if it
+    /// cannot be read.
+    bool setPicture(const QString& path, QString& error);
+
+    /// Creates a figure of `kind` from its placing clicks (normalised), on top of the
+    /// others, and selects it. Returns its slot; -1 with `error` when refused.
+    int create(const QString& kind, const std::vector<tagTAVRIN_POINT>& clicks, QString& error);
+    /// Sets one option (or, with an undefined value, leaves it to the class's initial
+    /// value) by building the figure again from its entry. On a refusal the figure stays
+    /// as it was. The label is the option "label". Returns the figure's new slot, -1 with
+    /// `error` when refused.
+    int setOption(int slot, const QString& key, const QJsonValue& value, QString& error);
+    /// Deletes the figure.
+    void remove(int slot);
+
+    /// The figure's kind ("" for an unknown slot).
+    QString kind(int slot) const;
+    /// The figure's entry as it would be saved now.
+    QJsonObject entry(int slot) const;
+
+    QSize sceneSize() const { return m_sceneSize; }
+    /// The picture at the scene's size, or null over a plain colour.
+    const QImage& picture() const { return m_picture; }
+    unsigned int colour() const { return m_colour; }
+    const QString& path() const { return m_path; }
+
+    /// Draws the figures (the view's GL context current).
+    void paint() { m_view.paint(); }
+
+private:
+    struct Figure {
+        QJsonObject entry;
+        /// The people-counting calibration point last made active with the mouse.
+        std::shared_ptr<unsigned int> caliPoint;
+    };
+
+    /// Builds one figure from `entry` through the scene reader; registers it and returns
+    /// it, or null with `error`.
+    VcaObject* build(const QJsonObject& entry, QString& error);
+    HostView::Hooks hooksFor(const QString& kind, VcaObject* figure, const std::shared_ptr<unsigned int>& caliPoint);
+    int track(VcaObject* figure, const QJsonObject& entry);
+
+    HostView m_view;
+    QSize m_sceneSize;
+    QImage m_picture;
+    /// The picture file, absolute; empty over a plain colour.
+    QString m_picturePath;
+    unsigned int m_colour = 0x000000;
+    QString m_comment;
+    QString m_path;
+    std::map<int, Figure> m_figures;
+};
+
+}  // namespace demo
+}  // namespace Tavrin
+
+#endif  // TAVRIN_TOOLS_DEMO_SCENEDOCUMENT_H

@@ -1,0 +1,156 @@
+// tavrin-demo: an interactive host that shows a picture, draws every figure over it and
+// edits them with the mouse.
+//
+//   tavrin-demo [SCENE.json]
+//   tavrin-demo --self-test SCENE.json [--grab VIEW.png] [--save EDITED.json]
+//   tavrin-demo --screenshot WINDOW.png [SCENE.json] [--press X,Y]
+//
+// --self-test drives the window with synthetic events and exits 0 when every check
+// passed. --screenshot opens the scene, presses at the normalised point X,Y (to select a
+// figure) and writes the whole window as a PNG.
+
+#include "DemoView.h"
+#include "MainWindow.h"
+#include "SceneDocument.h"
+#include "SelfTest.h"
+
+#include <Tavrin/TextRendering.h>
+
+#include <QApplication>
+#include <QSurfaceFormat>
+#include <QTest>
+
+#include <cmath>
+#include <cstdio>
+#include <optional>
+
+namespace {
+
+const char kUsage[] =
+    "usage: tavrin-demo [SCENE.json]\n"
+    "       tavrin-demo --self-test SCENE.json [--grab VIEW.png] [--save EDITED.json]\n"
+    "       tavrin-demo --screenshot WINDOW.png [SCENE.json] [--press X,Y]";
+
+struct Arguments {
+    QString scene;
+    bool selfTest = false;
+    QString grab;
+    QString save;
+    QString screenshot;
+    std::optional<QPointF> press;
+};
+
+std::optional<QPointF> parsePoint(const QString& text)
+{
+    const QStringList parts = text.split(QLatin1Char(','));
+    bool okX = false;
+    bool okY = false;
+    const double x = parts.size() == 2 ? parts[0].toDouble(&okX) : 0.0;
+    const double y = parts.size() == 2 ? parts[1].toDouble(&okY) : 0.0;
+    if (!okX || !okY || !(x >= 0.0 && x <= 1.0) || !(y >= 0.0 && y <= 1.0)) {
+        return std::nullopt;
+    }
+    return QPointF(x, y);
+}
+
+/// False (after printing why) for a command line it cannot follow.
+bool parseArguments(const QStringList& args, Arguments& parsed)
+{
+    for (int i = 0; i < args.size(); ++i) {
+        const QString& arg = args[i];
+        const bool hasValue = i + 1 < args.size();
+        if (arg == QLatin1String("--self-test") && hasValue) {
+            parsed.selfTest = true;
+            parsed.scene = args[++i];
+        } else if (arg == QLatin1String("--grab") && hasValue) {
+            parsed.grab = args[++i];
+        } else if (arg == QLatin1String("--save") && hasValue) {
+            parsed.save = args[++i];
+        } else if (arg == QLatin1String("--screenshot") && hasValue) {
+            parsed.screenshot = args[++i];
+        } else if (arg == QLatin1String("--press") && hasValue) {
+            parsed.press = parsePoint(args[++i]);
+            if (!parsed.press) {
+                std::fprintf(stderr, "tavrin-demo: --press needs X,Y from 0 to 1\n");
+                return false;
+            }
+        } else if (!arg.startsWith(QLatin1Char('-')) && parsed.scene.isEmpty()) {
+            parsed.scene = arg;
+        } else {
+            std::fprintf(stderr, "tavrin-demo: cannot follow \"%s\"\n%s\n", arg.toLocal8Bit().constData(), kUsage);
+            return false;
+        }
+    }
+    return true;
+}
+
+int screenshot(Tavrin::demo::MainWindow& window, const Arguments& args)
+{
+    window.show();
+    if (!QTest::qWaitForWindowExposed(&window)) {
+        std::fprintf(stderr, "tavrin-demo: the window was never shown\n");
+        return 1;
+    }
+    Tavrin::demo::DemoView* view = window.view();
+    if (args.press) {
+        const QPoint at(static_cast<int>(std::lround(args.press->x() * view->width())),
+                        static_cast<int>(std::lround(args.press->y() * view->height())));
+        QTest::mouseClick(view, Qt::LeftButton, Qt::NoModifier, at);
+    }
+    view->update();
+    QTest::qWait(100);
+    if (!window.grab().save(args.screenshot, "PNG")) {
+        std::fprintf(stderr, "tavrin-demo: cannot write %s\n", args.screenshot.toLocal8Bit().constData());
+        return 1;
+    }
+    return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    // The library draws with the fixed pipeline: ask for a compatibility profile before
+    // the application creates any context.
+    QSurfaceFormat format;
+    format.setRenderableType(QSurfaceFormat::OpenGL);
+    format.setProfile(QSurfaceFormat::CompatibilityProfile);
+    format.setVersion(2, 1);
+    QSurfaceFormat::setDefaultFormat(format);
+
+    QApplication app(argc, argv);
+    QStringList list = app.arguments();
+    list.removeFirst();
+    if (list.contains(QLatin1String("-h")) || list.contains(QLatin1String("--help"))) {
+        std::printf("%s\n", kUsage);
+        return 0;
+    }
+    Arguments args;
+    if (!parseArguments(list, args)) {
+        return 2;
+    }
+    // Labels and the tripwires' side marks in the library's own bitmap font.
+    Tavrin::TextRendering::SetEnabled(true);
+
+    Tavrin::demo::SceneDocument document(QSize(1280, 720), QSize(960, 540));
+    Tavrin::demo::MainWindow window(document);
+    window.resize(1500, 720);
+    if (args.selfTest) {
+        Tavrin::demo::SelfTestFiles files{args.scene, args.grab, args.save};
+        return Tavrin::demo::runSelfTest(window, document, files);
+    }
+    if (!args.screenshot.isEmpty()) {
+        QString reason;
+        if (!args.scene.isEmpty() && !window.openScene(args.scene, &reason)) {
+            std::fprintf(stderr, "tavrin-demo: %s\n", reason.toLocal8Bit().constData());
+            return 1;
+        }
+        return screenshot(window, args);
+    }
+    // Shown first, so that a scene it cannot open is reported in a dialog.
+    window.show();
+    if (!args.scene.isEmpty()) {
+        window.openScene(args.scene);
+    }
+    return app.exec();
+}
