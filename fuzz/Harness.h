@@ -86,6 +86,30 @@ inline bool shiftedBy(const Snapshot& before, const Snapshot& after, float dx, f
     return true;
 }
 
+/// Only vertex `selected` (1-based) of the live ones moved, by exactly (dx, dy), or none
+/// did; with no valid selection none did.
+inline bool movedSelectedVertexOnly(const Snapshot& before, const Snapshot& after, unsigned selected,
+                                    float dx, float dy, unsigned live)
+{
+    if (before.count != after.count) {
+        return false;
+    }
+    for (unsigned i = 0; i < liveCount(before, live); ++i) {
+        const tagTAVRIN_POINT& b = before.points[i];
+        const tagTAVRIN_POINT& a = after.points[i];
+        if (std::memcmp(&a, &b, sizeof a) == 0) {
+            continue;
+        }
+        const float x = b.x + dx;
+        const float y = b.y + dy;
+        if (i + 1 != selected || std::memcmp(&x, &a.x, sizeof x) != 0 ||
+            std::memcmp(&y, &a.y, sizeof y) != 0) {
+            return false;
+        }
+    }
+    return true;
+}
+
 /// Four corners in the order a diagonal gives them: each corner shares one coordinate
 /// exactly with each neighbour, so a corner drag keeps the figure a rectangle.
 inline bool properRectangle(const Snapshot& s)

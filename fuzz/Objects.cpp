@@ -338,6 +338,7 @@ void moveOp(Tracked& t, FuzzInput& in, const Snapshot& before, bool whole)
 {
     tagTAVRIN_POINT from = in.point();
     tagTAVRIN_POINT to = in.near(from);
+    const unsigned selected = t.obj->GetSelPointIndex();
     if (whole) {
         t.obj->Move(from, to);
     } else {
@@ -360,6 +361,10 @@ void moveOp(Tracked& t, FuzzInput& in, const Snapshot& before, bool whole)
         const float dy = to.y - from.y;
         FUZZ_CHECK(sameVertices(before, after, live) || shiftedBy(before, after, dx, dy, live),
                    "a whole drag moves every vertex by the drag or none");
+    }
+    if (!whole && t.kind != Kind::SizeFilter && t.kind != Kind::AtmCali) {
+        FUZZ_CHECK(movedSelectedVertexOnly(before, after, selected, to.x - from.x, to.y - from.y, live),
+                   "a vertex drag moves the selected vertex alone, by the drag, or nothing");
     }
     const bool staysInside = whole || vertexDragStaysInside(t, before);
     if (staysInside && allInPicture(before, live)) {

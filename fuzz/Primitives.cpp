@@ -116,7 +116,7 @@ bool graphMetaOp(GraphMeta& figure, bool* rightOut, FuzzInput& in, const char* w
 // nothing, and a figure inside the picture stays inside when `keepsInside`.
 template <class F, class Drag>
 void dragCheck(F& figure, unsigned capacity, FuzzInput& in, bool whole, bool keepsInside, Drag drag,
-               bool fromCursorOnly = false)
+               bool fromCursorOnly = false, bool singleVertex = false)
 {
     const Snapshot before = read(figure, capacity);
     tagTAVRIN_POINT from = in.point();
@@ -131,6 +131,10 @@ void dragCheck(F& figure, unsigned capacity, FuzzInput& in, bool whole, bool kee
         FUZZ_CHECK(sameVertices(before, after) ||
                        shiftedBy(before, after, to.x - from.x, to.y - from.y, 20),
                    "a whole drag moves every vertex by the drag or none");
+    } else if (singleVertex) {
+        FUZZ_CHECK(movedSelectedVertexOnly(before, after, figure.GetSelPointIndex(), to.x - from.x,
+                                           to.y - from.y, 20),
+                   "a vertex drag moves the selected vertex alone, by the drag, or nothing");
     }
     if (keepsInside && allInPicture(before)) {
         FUZZ_CHECK(allInPicture(after), "an accepted drag keeps every vertex in the picture");
@@ -291,7 +295,8 @@ void polygonOp(Figures& f, FuzzInput& in)
         const bool keepsInside = which == 0 || (which != 2 && properRectangle(before));
         dragCheck(
             p, 20, in, false, keepsInside,
-            [&](tagTAVRIN_POINT& a, tagTAVRIN_POINT& b) { p.MovePoint(a, b); }, which == 2);
+            [&](tagTAVRIN_POINT& a, tagTAVRIN_POINT& b) { p.MovePoint(a, b); }, which == 2,
+            which == 0);
         break;
     }
     case 6: {
@@ -539,8 +544,9 @@ void lineOpOn(Figures& f, Line& line, bool useArrow, FuzzInput& in)
                   [&](tagTAVRIN_POINT& a, tagTAVRIN_POINT& b) { line.Move(a, b); });
         break;
     case 4:
-        dragCheck(line, 2, in, false, true,
-                  [&](tagTAVRIN_POINT& a, tagTAVRIN_POINT& b) { line.MovePoint(a, b); });
+        dragCheck(
+            line, 2, in, false, true,
+            [&](tagTAVRIN_POINT& a, tagTAVRIN_POINT& b) { line.MovePoint(a, b); }, false, true);
         break;
     case 5: {
         Point cursor = cursorPoint(in);
@@ -644,8 +650,9 @@ void brokenLineOp(Figures& f, FuzzInput& in)
                   [&](tagTAVRIN_POINT& x, tagTAVRIN_POINT& y) { b.Move(x, y); });
         break;
     case 4:
-        dragCheck(b, 10, in, false, true,
-                  [&](tagTAVRIN_POINT& x, tagTAVRIN_POINT& y) { b.MovePoint(x, y); });
+        dragCheck(
+            b, 10, in, false, true,
+            [&](tagTAVRIN_POINT& x, tagTAVRIN_POINT& y) { b.MovePoint(x, y); }, false, true);
         break;
     case 5: {
         Point cursor = cursorPoint(in);
