@@ -7,6 +7,7 @@
 
 #include <climits>
 #include <list>
+#include <ostream>
 
 using Tavrin::Polygon;
 
@@ -17,6 +18,9 @@ struct CountCase {
     int count;
     bool valid;  // CheckPolygon
 };
+
+// Printed by name: the raw bytes gtest would print include the struct's padding.
+void PrintTo(const CountCase& c, std::ostream* os) { *os << c.name; }
 
 class PolygonRecordCount : public ::testing::TestWithParam<CountCase> {};
 
