@@ -24,7 +24,7 @@ log=$build/fuzz.log
 status=0
 ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
   "$build/fuzz/tavrin_fuzz" -max_total_time="$seconds" -print_final_stats=1 -max_len=4096 \
-  -timeout=10 -rss_limit_mb=2048 -artifact_prefix="$artifacts/" "$@" \
+  -timeout=30 -rss_limit_mb=2048 -artifact_prefix="$artifacts/" "$@" \
   "$work" "$root/fuzz/corpus" >"$log" 2>&1 || status=$?
 executions=$(sed -n 's/^stat::number_of_executed_units: *//p' "$log" | tail -1)
 if [ "$status" -ne 0 ]; then
