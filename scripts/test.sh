@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Builds Tavrin and runs every test: installs the Debian packages it needs, configures,
 # builds with -j2, runs CTest, then installs into a temporary prefix and builds the
-# consumer project against it with find_package(Tavrin) and with pkg-config.
+# consumer project against it with find_package(Tavrin) and with pkg-config; then the
+# Debian packages, the sanitizer runs and a minute of fuzzing.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 build=${TAVRIN_BUILD_DIR:-$root/build}
@@ -28,3 +29,5 @@ echo "consumer: built and ran against the installed package"
 
 # API reference: Doxygen over the public headers, warnings are errors.
 "$root/scripts/docs.sh"
+# Fuzzing: the libFuzzer harness for 60 seconds from the seed corpus.
+"$root/scripts/fuzz.sh" 60

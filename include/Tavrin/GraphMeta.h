@@ -52,7 +52,8 @@ public:
                               tagTAVRIN_POINT d);
     /// True when no tested pair of edges crosses. Non-adjacent edges of the open chain
     /// are all tested; the closing edge only against the edge two before it. Polygons of
-    /// fewer than 4 vertices are valid.
+    /// fewer than 4 vertices (a negative count included) are valid, a count above 20 is
+    /// not: no vertex past the record's 20 is read.
     bool CheckPolygon(tagTAVRIN_POLYGON polygon);
     /// Ear-clips `polygon` and appends its triangles to `triangles`; 0 on success, -1 for
     /// a null list, fewer than 3 vertices or a polygon that fails `CheckPolygon`. A

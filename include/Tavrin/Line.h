@@ -39,8 +39,9 @@ public:
     virtual bool SetPoints(tagTAVRIN_POINT* points, unsigned int count);
     /// Writes the two end points and a count of 2.
     virtual bool GetPoints(tagTAVRIN_POINT* points, unsigned int* count);
-    /// Drags both end points (and the arrow points, unchecked) by (to - from); ignored
-    /// whole when an end point would leave the picture or the drag is not finite.
+    /// Drags both end points (and the arrow points, not held to the picture) by
+    /// (to - from); ignored whole when an end point would leave the picture, the drag is
+    /// not finite, or an arrow point would get an infinite coordinate.
     virtual void Move(tagTAVRIN_POINT& from, tagTAVRIN_POINT& to);
     /// Drags the selected end point (index 1 or 2; any other index does nothing); ignored
     /// when it would leave the picture or the drag is not finite. Afterwards a

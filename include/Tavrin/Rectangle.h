@@ -21,7 +21,9 @@ public:
     /// Drags the selected corner by (to - from), carrying the coordinates it shares with
     /// the corners before and after it, so the opposite corner stays. Refused whole when
     /// the dragged corner would leave the picture or the drag is not finite; the
-    /// neighbours are not tested. A selected vertex past the fourth moves alone.
+    /// neighbours are not held to the picture, but a drag that would give one an infinite
+    /// coordinate (corners set beyond about 1e38) is refused whole too. A selected vertex
+    /// past the fourth moves alone.
     void MovePoint(tagTAVRIN_POINT& from, tagTAVRIN_POINT& to) override;
     /// Four corners (a.x, a.y), (b.x, a.y), (b.x, b.y), (a.x, b.y), in any winding; true.
     /// False, changing nothing, when a coordinate is not finite.
@@ -35,6 +37,8 @@ protected:
 
 private:
     void moveCornerCoordinate(unsigned int corner, float tagTAVRIN_POINT::*axis, float by);
+    bool cornerCoordinateMayMove(unsigned int corner, float tagTAVRIN_POINT::*axis,
+                                 float by) const;
 };
 
 }  // namespace Tavrin

@@ -273,20 +273,5 @@ bool targetWidthSegment(const tagTAVRIN_POINT& p1, const tagTAVRIN_POINT& p2,
     return true;
 }
 
-bool isDrawable(const tagTAVRIN_POINT& p)
-{
-    return std::isfinite(2.0f * p.x) && std::isfinite(2.0f * (1.0f - p.y));
-}
-
-bool allDrawable(const tagTAVRIN_POINT* points, int count)
-{
-    for (int i = 0; i < count; ++i) {
-        if (!isDrawable(points[i])) {
-            return false;
-        }
-    }
-    return true;
-}
-
 }  // namespace geometry
 }  // namespace Tavrin

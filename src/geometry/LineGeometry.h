@@ -12,6 +12,8 @@
 
 #include <Tavrin/TavrinTypes.h>
 
+#include "geometry/PixelMath.h"
+
 #include <QRect>
 
 namespace Tavrin {
@@ -94,10 +96,6 @@ tagTAVRIN_POINT footOnLine(const tagTAVRIN_POINT& p1, const tagTAVRIN_POINT& p2,
 bool targetWidthSegment(const tagTAVRIN_POINT& p1, const tagTAVRIN_POINT& p2,
                         const tagTAVRIN_POINT& arrowEnd, int index, float width, int viewWidth,
                         int viewHeight, tagTAVRIN_POINT out[2]);
-
-/// True when the point maps to a finite GL vertex (2x, 2(1 - y)).
-bool isDrawable(const tagTAVRIN_POINT& p);
-bool allDrawable(const tagTAVRIN_POINT* points, int count);
 
 }  // namespace geometry
 }  // namespace Tavrin

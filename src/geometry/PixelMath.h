@@ -54,6 +54,25 @@ inline bool allFinite(const tagTAVRIN_POINT* points, unsigned int count)
     return true;
 }
 
+/// True when the point maps to a finite GL vertex (2x, 2(1 - y)). Finite coordinates
+/// beyond about +-1.7e38 do not: their doubled value overflows. Such a point is never
+/// emitted; the batch or text that needs it is left out whole.
+inline bool isDrawable(const tagTAVRIN_POINT& p)
+{
+    return std::isfinite(2.0f * p.x) && std::isfinite(2.0f * (1.0f - p.y));
+}
+
+/// True when every one of the first `count` points is drawable.
+inline bool allDrawable(const tagTAVRIN_POINT* points, int count)
+{
+    for (int i = 0; i < count; ++i) {
+        if (!isDrawable(points[i])) {
+            return false;
+        }
+    }
+    return true;
+}
+
 /// True when (x, y) lies in the picture, edges included. False for NaN.
 inline bool insidePicture(float x, float y)
 {

@@ -52,6 +52,11 @@ bool polygonIsValid(const tagTAVRIN_POLYGON& polygon)
     if (n > kMaxVertices) {
         return false;
     }
+    // Before any n - 3: a count near INT_MIN must not overflow. No pair is tested below 4
+    // vertices anyway.
+    if (n < 4) {
+        return true;
+    }
     const tagTAVRIN_POINT* p = polygon.points;
     for (int i = 0; i < n - 3; ++i) {
         for (int j = i + 2; j < n - 1; ++j) {
@@ -59,9 +64,6 @@ bool polygonIsValid(const tagTAVRIN_POLYGON& polygon)
                 return false;
             }
         }
-    }
-    if (n < 4) {
-        return true;
     }
     // Only the edge two before the closing edge is compared with it.
     return !segmentsCross(p[0], p[n - 1], p[n - 2], p[n - 3]);

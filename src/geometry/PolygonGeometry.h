@@ -21,8 +21,8 @@ bool segmentsCross(const tagTAVRIN_POINT& a, const tagTAVRIN_POINT& b, const tag
                    const tagTAVRIN_POINT& d);
 
 /// No tested edge pair crosses: every non-adjacent pair of the open chain, and the
-/// closing edge against the edge two before it only. Fewer than 4 vertices are valid;
-/// a count above 20 is not.
+/// closing edge against the edge two before it only. Fewer than 4 vertices (a negative
+/// count included) are valid; a count above 20 is not.
 bool polygonIsValid(const tagTAVRIN_POLYGON& polygon);
 
 /// Shoelace area: float terms summed in double; -1 for a null output or a count

@@ -67,12 +67,18 @@ void Circle::Draw(void* context, int width, int height, bool flag)
     const float ry = m_radius * static_cast<float>(m_wndWidth) / static_cast<float>(m_wndHeight);
     const float cx = 2.0f * m_point.x;
     const float cy = 2.0f * (1.0f - m_point.y);
-    glBegin(GL_POLYGON);
-    for (int i = 0; i < kDiscVertices; ++i) {
-        const float a = static_cast<float>(i) * kDiscStep;
-        glVertex2f(rx * std::cos(a) + cx, ry * std::sin(a) + cy);
+    // Every vertex lies within (|cx| + |rx|, |cy| + |ry|) of the origin: when that is
+    // finite so are they all; otherwise (a centre too far out to map, a view far taller
+    // than wide) the disc is left out.
+    if (std::isfinite(std::fabs(cx) + std::fabs(rx)) &&
+        std::isfinite(std::fabs(cy) + std::fabs(ry))) {
+        glBegin(GL_POLYGON);
+        for (int i = 0; i < kDiscVertices; ++i) {
+            const float a = static_cast<float>(i) * kDiscStep;
+            glVertex2f(rx * std::cos(a) + cx, ry * std::sin(a) + cy);
+        }
+        glEnd();
     }
-    glEnd();
     gl::setColor(markerColor(), 255);
 }
 

@@ -1,5 +1,6 @@
 #include "graph/GlRender.h"
 
+#include "geometry/PixelMath.h"
 #include "graph/BitmapText.h"
 
 #include <Tavrin/TextRendering.h>
@@ -64,6 +65,11 @@ void vertex(const tagTAVRIN_POINT& p) { vertex(p.x, p.y); }
 
 void emit(GLenum mode, const tagTAVRIN_POINT* points, std::size_t count)
 {
+    for (std::size_t i = 0; i < count; ++i) {
+        if (!geometry::isDrawable(points[i])) {
+            return;
+        }
+    }
     glBegin(mode);
     for (std::size_t i = 0; i < count; ++i) {
         vertex(points[i]);
@@ -73,6 +79,9 @@ void emit(GLenum mode, const tagTAVRIN_POINT* points, std::size_t count)
 
 void emitSegment(const tagTAVRIN_POINT& a, const tagTAVRIN_POINT& b)
 {
+    if (!geometry::isDrawable(a) || !geometry::isDrawable(b)) {
+        return;
+    }
     glBegin(GL_LINES);
     vertex(a);
     vertex(b);
@@ -105,6 +114,9 @@ void sideMark(GLuint list, const tagTAVRIN_POINT& at, const char* mark, bool gly
 
 void drawSideMarks(const tagTAVRIN_POINT& markA, const tagTAVRIN_POINT& markB)
 {
+    if (!geometry::isDrawable(markA) || !geometry::isDrawable(markB)) {
+        return;
+    }
     const bool glyphs = TextRendering::IsEnabled();
     const GLuint list = glGenLists(1);
     sideMark(list, markA, "A", glyphs);
@@ -114,6 +126,9 @@ void drawSideMarks(const tagTAVRIN_POINT& markA, const tagTAVRIN_POINT& markB)
 
 void drawLabelText(const tagTAVRIN_POINT& corner, const char* text)
 {
+    if (!geometry::isDrawable(corner)) {
+        return;
+    }
     const bool glyphs = TextRendering::IsEnabled();
     rasterAt(corner);
     const GLuint list = glGenLists(1);

@@ -41,12 +41,15 @@ private:
 void setColor(unsigned int rgb, unsigned char alpha);
 
 /// A normalised picture point as glVertex2f(2x, 2(1 - y)) (after the scope's translate).
+/// Emits the point as it is: callers pass drawable points (geometry::isDrawable).
 void vertex(const tagTAVRIN_POINT& p);
 void vertex(float x, float y);
 
-/// One glBegin(mode) ... glEnd() batch of the given points.
+/// One glBegin(mode) ... glEnd() batch of the given points. When one of them does not
+/// map to a finite vertex (NaN, an infinity, or beyond about +-1.7e38, whose doubled value
+/// overflows) nothing at all is emitted for the batch: the figure shows without it.
 void emit(GLenum mode, const tagTAVRIN_POINT* points, std::size_t count);
-/// One GL_LINES batch of the segment a-b.
+/// One GL_LINES batch of the segment a-b; nothing when an end is not drawable.
 void emitSegment(const tagTAVRIN_POINT& a, const tagTAVRIN_POINT& b);
 
 /// The bytes of a label's text buffer; drawLabelText reads no further.
@@ -55,12 +58,13 @@ constexpr std::size_t kLabelTextCapacity = 128;
 /// The "A"/"B" side marks: one display list reserved, the raster position at each mark
 /// with one list call per character, the list freed. With TextRendering on, each mark's
 /// glyph is drawn centred on its position after its list call, and the raster position
-/// is moved back to the mark.
+/// is moved back to the mark. Nothing at all when a mark is not drawable.
 void drawSideMarks(const tagTAVRIN_POINT& markA, const tagTAVRIN_POINT& markB);
 /// A label's text anchored at `corner` (the top-left of its box): raster position, one
 /// display list reserved and freed. With TextRendering on, the glyphs of `text` (up to its
 /// first NUL, at most kLabelTextCapacity bytes; none for a null text) are drawn between
-/// the two inside the box, and the raster position is moved back to the corner.
+/// the two inside the box, and the raster position is moved back to the corner. Nothing
+/// at all when the corner is not drawable: no raster position is set from it.
 void drawLabelText(const tagTAVRIN_POINT& corner, const char* text);
 
 }  // namespace gl

@@ -184,10 +184,17 @@ void Line::Move(tagTAVRIN_POINT& from, tagTAVRIN_POINT& to)
             return;
         }
     }
+    // The arrow points are not held to the picture, but a drag that would carry one to an
+    // infinite coordinate (only an arrow set far outside can get there) is refused whole.
+    for (const tagTAVRIN_POINT& arrow : m_arrowPoints) {
+        if (!geometry::isFinite(tagTAVRIN_POINT{arrow.x + dx, arrow.y + dy})) {
+            return;
+        }
+    }
     for (tagTAVRIN_POINT& end : m_points) {
         shift(end, dx, dy);
     }
-    // The arrow points follow without a bounds test; the calibration data stays.
+    // The calibration data stays.
     for (tagTAVRIN_POINT& arrow : m_arrowPoints) {
         shift(arrow, dx, dy);
     }

@@ -91,13 +91,12 @@ void Point::DrawByOpenGL(void* /*context*/)
     if (m_pointType != TAVRIN_POINT_DOT) {
         const float x = m_point.x;
         const float y = m_point.y;
+        const tagTAVRIN_POINT strokes[4] = {{x - kCrossHalfSize, y},
+                                            {x + kCrossHalfSize, y},
+                                            {x, y - kCrossHalfSize},
+                                            {x, y + kCrossHalfSize}};
         glLineWidth(2.0f);
-        glBegin(GL_LINES);
-        gl::vertex(x - kCrossHalfSize, y);
-        gl::vertex(x + kCrossHalfSize, y);
-        gl::vertex(x, y - kCrossHalfSize);
-        gl::vertex(x, y + kCrossHalfSize);
-        glEnd();
+        gl::emit(GL_LINES, strokes, 4);
         return;
     }
     if (isSelected()) {

@@ -2,6 +2,8 @@
 
 #include "geometry/PixelMath.h"
 
+#include <utility>
+
 namespace Tavrin {
 
 namespace {
@@ -35,27 +37,43 @@ void Rectangle::MovePoint(tagTAVRIN_POINT& from, tagTAVRIN_POINT& to)
     float dy = 0.0f;
     const unsigned int k = index - 1;
     tagTAVRIN_POINT& corner = m_points[k];
-    // Only the dragged corner is tested; its neighbours follow unchecked.
+    // Only the dragged corner is tested against the picture; its neighbours follow
+    // unchecked, except that a neighbour carried to an infinite coordinate (possible only
+    // for corners given far outside the picture) refuses the drag whole.
     if (!geometry::dragDelta(from, to, dx, dy) ||
         !geometry::insidePicture(corner.x + dx, corner.y + dy)) {
         return;
     }
-    corner.x += dx;
-    corner.y += dy;
     if (k >= kCorners) {
+        corner.x += dx;
+        corner.y += dy;
         return;
     }
     const unsigned int prev = (k + 3) % kCorners;
     const unsigned int next = (k + 1) % kCorners;
     // Corners 0 and 2 share their x with the corner before them and their y with the one
     // after; corners 1 and 3 the other way round.
-    if (k % 2 == 0) {
-        moveCornerCoordinate(prev, &tagTAVRIN_POINT::x, dx);
-        moveCornerCoordinate(next, &tagTAVRIN_POINT::y, dy);
-    } else {
-        moveCornerCoordinate(prev, &tagTAVRIN_POINT::y, dy);
-        moveCornerCoordinate(next, &tagTAVRIN_POINT::x, dx);
+    float tagTAVRIN_POINT::*prevAxis = &tagTAVRIN_POINT::x;
+    float tagTAVRIN_POINT::*nextAxis = &tagTAVRIN_POINT::y;
+    if (k % 2 != 0) {
+        std::swap(prevAxis, nextAxis);
     }
+    const float prevBy = prevAxis == &tagTAVRIN_POINT::x ? dx : dy;
+    const float nextBy = nextAxis == &tagTAVRIN_POINT::x ? dx : dy;
+    if (!cornerCoordinateMayMove(prev, prevAxis, prevBy) ||
+        !cornerCoordinateMayMove(next, nextAxis, nextBy)) {
+        return;
+    }
+    corner.x += dx;
+    corner.y += dy;
+    moveCornerCoordinate(prev, prevAxis, prevBy);
+    moveCornerCoordinate(next, nextAxis, nextBy);
+}
+
+bool Rectangle::cornerCoordinateMayMove(unsigned int corner, float tagTAVRIN_POINT::*axis,
+                                        float by) const
+{
+    return corner >= m_pointCount || geometry::isFinite(m_points[corner].*axis + by);
 }
 
 bool Rectangle::SetDiagonal(tagTAVRIN_POINT& a, tagTAVRIN_POINT& b)

@@ -1,0 +1,44 @@
+#ifndef TAVRIN_FUZZ_GLSINK_H
+#define TAVRIN_FUZZ_GLSINK_H
+
+// The OpenGL 1.x entry points the library calls, defined and exported by the fuzz
+// harness as a cheap checking sink: calls are counted, not recorded. A sink check that
+// fails aborts the run with a message, which libFuzzer reports as a crash.
+
+#include <cstdint>
+
+namespace sink {
+
+struct Counters {
+    std::uint64_t calls = 0;
+    std::uint64_t vertices = 0;
+    std::uint64_t batches = 0;
+    std::uint64_t rasterPositions = 0;
+    std::uint64_t bitmaps = 0;
+};
+
+/// Totals over the whole process.
+const Counters& counters();
+
+/// Starts a draw from a clean context: opaque white, identity, nothing enabled, no open
+/// batch, no display list reserved.
+void beginDraw();
+/// A full draw has ended: the state must be back where `beginDraw` left it.
+void expectRestored(const char* what);
+/// A partial draw (a drawing helper called on its own) has ended: no open batch and no
+/// display list left reserved; the render state it changed is forgotten.
+void endPartialDraw(const char* what);
+
+/// Aborts with a message naming the failed check.
+[[noreturn]] void fail(const char* what, const char* detail);
+
+}  // namespace sink
+
+#define FUZZ_CHECK(cond, what)                                                         \
+    do {                                                                               \
+        if (!(cond)) {                                                                 \
+            ::sink::fail(what, #cond);                                                 \
+        }                                                                              \
+    } while (0)
+
+#endif  // TAVRIN_FUZZ_GLSINK_H
