@@ -10,6 +10,7 @@
 // drift of the machine affects every variant alike.
 
 #include "CallStream.h"
+#include "Replay.h"
 #include "Scene.h"
 
 #include <OffscreenGl.h>
@@ -33,76 +34,6 @@
 
 namespace bench {
 namespace {
-
-// ---- recorded frames --------------------------------------------------------------
-
-std::vector<Call> recordFrame(int figures)
-{
-    std::vector<Call> calls;
-    const std::string command = std::string(TAVRIN_BENCH_RECORDER) + " " + std::to_string(figures);
-    std::FILE* pipe = popen(command.c_str(), "r");
-    if (pipe == nullptr) {
-        return calls;
-    }
-    if (!readStream(pipe, calls)) {
-        calls.clear();
-    }
-    pclose(pipe);
-    return calls;
-}
-
-// Replays a stream as fast as a loop can: the calls and nothing else. Display-list names
-// are those the context hands out now.
-void replay(const std::vector<Call>& calls, std::vector<GLuint>& lists)
-{
-    for (const Call& c : calls) {
-        switch (c.op) {
-        case Op::LoadIdentity: glLoadIdentity(); break;
-        case Op::Translate: glTranslatef(c.f[0], c.f[1], c.f[2]); break;
-        case Op::Hint: glHint(c.u[0], c.u[1]); break;
-        case Op::Enable: glEnable(c.u[0]); break;
-        case Op::Disable: glDisable(c.u[0]); break;
-        case Op::BlendFunc: glBlendFunc(c.u[0], c.u[1]); break;
-        case Op::Color:
-            glColor4ub(GLubyte(c.u[0] >> 24), GLubyte(c.u[0] >> 16), GLubyte(c.u[0] >> 8), GLubyte(c.u[0]));
-            break;
-        case Op::LineWidth: glLineWidth(c.f[0]); break;
-        case Op::PointSize: glPointSize(c.f[0]); break;
-        case Op::Begin: glBegin(c.u[0]); break;
-        case Op::End: glEnd(); break;
-        case Op::Vertex: glVertex2f(c.f[0], c.f[1]); break;
-        case Op::RasterPos: glRasterPos2f(c.f[0], c.f[1]); break;
-        case Op::GenLists:
-            if (c.u[1] < lists.size()) {
-                lists[c.u[1]] = glGenLists(static_cast<GLsizei>(c.u[0]));
-            }
-            break;
-        case Op::CallList:
-            if (c.u[0] < lists.size()) {
-                glCallList(lists[c.u[0]]);
-            }
-            break;
-        case Op::DeleteLists:
-            if (c.u[0] < lists.size()) {
-                glDeleteLists(lists[c.u[0]], static_cast<GLsizei>(c.u[1]));
-            }
-            break;
-        case Op::PixelStore: glPixelStorei(c.u[0], static_cast<GLint>(c.u[1])); break;
-        case Op::Bitmap: break;
-        }
-    }
-}
-
-std::size_t listNames(const std::vector<Call>& calls)
-{
-    std::size_t names = 1;
-    for (const Call& c : calls) {
-        if (c.op == Op::GenLists) {
-            names = std::max<std::size_t>(names, c.u[1] + c.u[0] + 1);
-        }
-    }
-    return names;
-}
 
 // ---- the QPainter peer --------------------------------------------------------------
 
@@ -221,12 +152,16 @@ struct Frames {
 // Each context is made on first use. An EGL and a GLX context do not take turns on one
 // thread here (GLX refuses to become current again), so a run uses one or the other:
 // scripts/bench.sh runs the Mesa and the Qt variants in separate processes.
+}  // namespace
+
 Tavrin::offscreen::OffscreenGl* egl()
 {
     static Tavrin::offscreen::OffscreenGl context;
     static const bool ok = context.create(kViewWidth, kViewHeight);
     return ok ? &context : nullptr;
 }
+
+namespace {
 
 struct QtGl {
     QOffscreenSurface surface;
@@ -442,6 +377,16 @@ void createQtGl(QtGl& qt)
 
 int main(int argc, char** argv)
 {
+    // --renderer: the driver the Mesa variants draw with, then exit.
+    if (argc == 2 && std::string(argv[1]) == "--renderer") {
+        Tavrin::offscreen::OffscreenGl* context = bench::egl();
+        if (context == nullptr) {
+            return 1;
+        }
+        std::printf("%s; OpenGL %s\n", reinterpret_cast<const char*>(glGetString(GL_RENDERER)),
+                    reinterpret_cast<const char*>(glGetString(GL_VERSION)));
+        return 0;
+    }
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }

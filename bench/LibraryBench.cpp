@@ -3,6 +3,7 @@
 
 #include "CountingNew.h"
 #include "NullGl.h"
+#include "Replay.h"
 #include "Scene.h"
 
 #include <benchmark/benchmark.h>
@@ -44,6 +45,25 @@ void BM_LibraryDraw(benchmark::State& state)
     state.counters["figures"] = static_cast<double>(state.range(0));
 }
 BENCHMARK(BM_LibraryDraw)->Arg(16)->Arg(64)->Arg(256)->Unit(benchmark::kMicrosecond);
+
+// The same frame's recorded calls replayed into the counting sink: what the sink itself
+// costs. The library's own share of BM_LibraryDraw is the difference.
+void BM_NullSinkReplay(benchmark::State& state)
+{
+    const std::vector<Call> calls = recordFrame(static_cast<int>(state.range(0)));
+    if (calls.empty()) {
+        state.SkipWithError("cannot run tavrin_bench_record");
+        return;
+    }
+    std::vector<GLuint> lists(listNames(calls), 0);
+    FrameCounters counters;
+    for (auto _ : state) {
+        replay(calls, lists);
+        benchmark::ClobberMemory();
+    }
+    counters.report(state);
+}
+BENCHMARK(BM_NullSinkReplay)->Arg(16)->Arg(64)->Arg(256)->Unit(benchmark::kMicrosecond);
 
 constexpr int kHitTestFigures = 1000;
 

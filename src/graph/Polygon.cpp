@@ -224,14 +224,14 @@ void Polygon::drawFill(unsigned int color)
     tagTAVRIN_POLYGON record;
     record.count = static_cast<int>(m_pointCount);
     std::memcpy(record.points, m_points, sizeof record.points);
-    geometry::TriangleBuffer triangles;
-    geometry::splitPolygon(record, triangles);
+    const int triangles = fillTriangles(record, m_fillCut);
     // A self-crossing or degenerate polygon cuts into fewer triangles: no fill at all.
-    if (triangles.count != record.count - 2) {
+    if (triangles != record.count - 2) {
         return;
     }
-    for (int i = 0; i < triangles.count; ++i) {
-        const tagTAVRIN_POINT* corners = triangles.items[i].points;
+    for (int i = 0; i < triangles; ++i) {
+        tagTAVRIN_POINT corners[3];
+        fillTriangle(record, m_fillCut, i, corners);
         gl::emit(GL_POLYGON, corners, 3);
         // Opaque triangles get their outline too, so no seams show between them.
         if (m_viewOpaque) {
