@@ -28,6 +28,8 @@
 #include <GL/gl.h>
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
+#include <chrono>
 #include <map>
 #include <memory>
 #include <string>
@@ -197,6 +199,15 @@ Frames& frames(int figures)
     return f;
 }
 
+double median(std::vector<double> values)
+{
+    if (values.empty()) {
+        return 0.0;
+    }
+    std::nth_element(values.begin(), values.begin() + values.size() / 2, values.end());
+    return values[values.size() / 2];
+}
+
 void countVertices(benchmark::State& state, const Frames& f)
 {
     std::size_t vertices = 0;
@@ -269,6 +280,57 @@ void BM_MesaFloor(benchmark::State& state)
         glFinish();
     }
     countVertices(state, f);
+}
+
+// Library and floor frames alternating in one loop, each timed on its own: drift of the
+// machine falls on both alike, which separate runs cannot promise on a shared machine.
+// Reports both medians per frame and their ratio as counters.
+template <class Prepare>
+void pairedFrames(benchmark::State& state, Frames& f, Prepare prepare)
+{
+    if (!prepare(state)) {
+        return;
+    }
+    using Clock = std::chrono::steady_clock;
+    std::vector<double> library;
+    std::vector<double> floor;
+    f.scene->draw();
+    replay(f.calls, f.lists);
+    glFinish();
+    // The order swaps every iteration, so neither variant always runs on the heels of
+    // the other.
+    bool libraryFirst = true;
+    for (auto _ : state) {
+        for (int turn = 0; turn < 2; ++turn) {
+            const bool drawLibrary = (turn == 0) == libraryFirst;
+            const Clock::time_point start = Clock::now();
+            if (drawLibrary) {
+                f.scene->draw();
+            } else {
+                replay(f.calls, f.lists);
+            }
+            glFinish();
+            const double elapsed = std::chrono::duration<double, std::micro>(Clock::now() - start).count();
+            (drawLibrary ? library : floor).push_back(elapsed);
+        }
+        libraryFirst = !libraryFirst;
+    }
+    const double l = median(library);
+    const double r = median(floor);
+    state.counters["library_us"] = l;
+    state.counters["floor_us"] = r;
+    state.counters["ratio"] = r > 0.0 ? l / r : 0.0;
+}
+
+void BM_MesaPaired(benchmark::State& state)
+{
+    pairedFrames(state, frames(static_cast<int>(state.range(0))), useEgl);
+}
+
+void BM_QtGlPaired(benchmark::State& state)
+{
+    pairedFrames(state, frames(static_cast<int>(state.range(0))),
+                 [](benchmark::State& s) { return useQtGl(s, true); });
 }
 
 void BM_QPainterRaster(benchmark::State& state)
@@ -344,9 +406,11 @@ void sizes(benchmark::internal::Benchmark* b)
 
 BENCHMARK(BM_MesaLibrary)->Apply(sizes);
 BENCHMARK(BM_MesaFloor)->Apply(sizes);
+BENCHMARK(BM_MesaPaired)->Apply(sizes);
 BENCHMARK(BM_QPainterRaster)->Apply(sizes);
 BENCHMARK(BM_QtGlLibrary)->Apply(sizes);
 BENCHMARK(BM_QtGlFloor)->Apply(sizes);
+BENCHMARK(BM_QtGlPaired)->Apply(sizes);
 BENCHMARK(BM_QPainterGl)->Apply(sizes);
 
 void createQtGl(QtGl& qt)

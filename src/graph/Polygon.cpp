@@ -2,6 +2,7 @@
 
 #include "geometry/PixelMath.h"
 #include "geometry/PolygonGeometry.h"
+#include "geometry/VertexReach.h"
 #include "graph/GlRender.h"
 
 #include <cmath>
@@ -130,11 +131,9 @@ bool Polygon::CheckSelected(Point& p)
 
 unsigned int Polygon::CheckPointSelected(tagTAVRIN_POINT& p)
 {
-    Point cursor(&p);
     // The lowest index wins, deliberately, not the nearest vertex.
     for (unsigned int i = 0; i < m_pointCount; ++i) {
-        Point vertex(&m_points[i]);
-        if (vertex.IsNearPoint(cursor)) {
+        if (geometry::vertexWithinReach(m_points[i], p)) {
             return i + 1;
         }
     }
