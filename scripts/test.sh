@@ -25,3 +25,6 @@ echo "consumer: built and ran against the installed package"
 
 # Sanitizers: every unit test under ASan+UBSan, the thread stress under TSan.
 "$root/scripts/sanitize.sh"
+
+# API reference: Doxygen over the public headers, warnings are errors.
+"$root/scripts/docs.sh"

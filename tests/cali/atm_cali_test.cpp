@@ -100,9 +100,8 @@ TEST_F(AtmCaliTest, RegionAndLineKeepSeparateSelections)
 {
     setRegion();
     setLine(pt(0.2f, 0.5f), pt(0.6f, 0.5f));
-    tagTAVRIN_POINT onCorner = pt(0.9f, 0.9f);
     tagTAVRIN_POINT onLineEnd = pt(0.6f, 0.51f);
-    EXPECT_EQ(atm->CheckPointSelected(onCorner), 3u);
+    EXPECT_EQ(vertexAt(*atm, pt(0.9f, 0.9f)), 3u);
     EXPECT_EQ(atm->CheckPointSelected(onLineEnd), 0u);
     EXPECT_EQ(atm->CheckLinePointSelected(onLineEnd), 2u);
     EXPECT_EQ(atm->GetSelPointIndex(), 0u);  // the checks store nothing
@@ -127,19 +126,15 @@ TEST_F(AtmCaliTest, RegionAndLineKeepSeparateSelections)
     atm->MoveLinePoint(from, outside);
     EXPECT_POINT_NEAR(lineEnd(1), 0.55f, 0.55f, 1e-6);
 
-    tagTAVRIN_POINT inside = pt(0.5f, 0.5f);
-    EXPECT_TRUE(atm->CheckSelected(inside));
-    tagTAVRIN_POINT beside = pt(0.95f, 0.5f);
-    EXPECT_FALSE(atm->CheckSelected(beside));
+    EXPECT_TRUE(hits(*atm, pt(0.5f, 0.5f)));
+    EXPECT_FALSE(hits(*atm, pt(0.95f, 0.5f)));
 }
 
 TEST_F(AtmCaliTest, CornerDragWorksWhileTheLineIsUnset)
 {
     setRegion();
     atm->SetSelPointIndex(1);
-    tagTAVRIN_POINT from = pt(0.1f, 0.1f);
-    tagTAVRIN_POINT to = pt(0.2f, 0.3f);
-    atm->MovePoint(from, to);
+    dragVertex(*atm, pt(0.1f, 0.1f), pt(0.2f, 0.3f));
     EXPECT_POINT_NEAR(region()[0], 0.2f, 0.3f, 1e-6);
 }
 

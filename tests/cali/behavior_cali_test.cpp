@@ -208,12 +208,9 @@ TEST_F(BehaviorCaliTest, EditsAndHitTestsGoToTheLine)
 {
     setHorizontal(*check);
     check->Draw(nullptr, 1000, 500, true);  // the line's hit test works in view pixels
-    tagTAVRIN_POINT onLine = pt(0.4f, 0.5f);
-    tagTAVRIN_POINT off = pt(0.4f, 0.6f);
-    EXPECT_TRUE(check->CheckSelected(onLine));
-    EXPECT_FALSE(check->CheckSelected(off));
-    tagTAVRIN_POINT nearEnd = pt(0.61f, 0.5f);
-    EXPECT_EQ(check->CheckPointSelected(nearEnd), 2u);
+    EXPECT_TRUE(hits(*check, pt(0.4f, 0.5f)));
+    EXPECT_FALSE(hits(*check, pt(0.4f, 0.6f)));
+    EXPECT_EQ(vertexAt(*check, pt(0.61f, 0.5f)), 2u);
     tagTAVRIN_POINT from = pt(0.5f, 0.5f);
     tagTAVRIN_POINT to = pt(0.5f, 0.4f);
     check->Move(from, to);

@@ -11,26 +11,6 @@
 
 using namespace Tavrin;
 
-namespace {
-
-/// The object base's slots, then the destructor (two entries), then SetPoints and
-/// GetPoints at 26 and 27.
-template <class T>
-void expectObjectSlots()
-{
-    EXPECT_EQ(slotOf(&T::IsNull), 0);
-    EXPECT_EQ(slotOf(&T::Draw), 7);
-    EXPECT_EQ(slotOf(&T::SetSelPointIndex), 10);
-    EXPECT_EQ(slotOf(&T::GetSelPointIndex), 11);
-    EXPECT_EQ(slotOf(&T::SetWndSize), 12);
-    EXPECT_EQ(slotOf(&T::SetClosed), 13);
-    EXPECT_EQ(slotOf(&T::GetClosed), 14);
-    EXPECT_EQ(slotOf(&T::SetSizeFilterType), 23);
-    EXPECT_EQ(slotOf(&T::SetPoints), 26);
-    EXPECT_EQ(slotOf(&T::GetPoints), 27);
-}
-
-}  // namespace
 
 TEST(CaliSlots, EachClassAppendsItsOwnOperationsInOrder)
 {

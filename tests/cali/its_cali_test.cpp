@@ -155,12 +155,9 @@ TEST_F(ItsCaliTest, TenPointsAreTheLimit)
 TEST_F(ItsCaliTest, EditsGoToThePolygon)
 {
     setPoints({pt(0.2f, 0.2f), pt(0.6f, 0.2f), pt(0.6f, 0.6f), pt(0.2f, 0.6f)});
-    tagTAVRIN_POINT inside = pt(0.4f, 0.4f);
-    tagTAVRIN_POINT outside = pt(0.7f, 0.4f);
-    EXPECT_TRUE(its->CheckSelected(inside));
-    EXPECT_FALSE(its->CheckSelected(outside));
-    tagTAVRIN_POINT corner = pt(0.61f, 0.6f);
-    EXPECT_EQ(its->CheckPointSelected(corner), 3u);
+    EXPECT_TRUE(hits(*its, pt(0.4f, 0.4f)));
+    EXPECT_FALSE(hits(*its, pt(0.7f, 0.4f)));
+    EXPECT_EQ(vertexAt(*its, pt(0.61f, 0.6f)), 3u);
     its->SetSelPointIndex(3);
     EXPECT_EQ(its->GetSelPointIndex(), 3u);
     tagTAVRIN_POINT from = pt(0.5f, 0.5f);

@@ -163,8 +163,7 @@ TEST_F(PupilDistanceTest, BarWorksOnTheStoredPupils)
 TEST_F(PupilDistanceTest, EditsGoToTheLine)
 {
     setPupils(pt(0.3f, 0.5f), pt(0.6f, 0.5f));
-    tagTAVRIN_POINT near2 = pt(0.6f, 0.51f);
-    EXPECT_EQ(pupils->CheckPointSelected(near2), 2u);
+    EXPECT_EQ(vertexAt(*pupils, pt(0.6f, 0.51f)), 2u);
     pupils->SetSelPointIndex(2);
     EXPECT_EQ(pupils->GetSelPointIndex(), 2u);
     tagTAVRIN_POINT from = pt(0.5f, 0.5f);
@@ -177,6 +176,5 @@ TEST_F(PupilDistanceTest, EditsGoToTheLine)
     EXPECT_POINT_NEAR(out[0], 0.3f, 0.6f, 1e-6);
     EXPECT_POINT_NEAR(out[1], 0.6f, 0.7f, 1e-6);
     pupils->Draw(nullptr, 1000, 1000, true);
-    tagTAVRIN_POINT onSegment = pt(0.45f, 0.65f);
-    EXPECT_TRUE(pupils->CheckSelected(onSegment));
+    EXPECT_TRUE(hits(*pupils, pt(0.45f, 0.65f)));
 }

@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <thread>
 #include <vector>
 
 using Tavrin::VcaObjectContainer;
@@ -112,28 +111,3 @@ TEST_F(Registry, ReleaseDropsOneReferenceOfEveryObject)
     EXPECT_EQ(TestObject::live(), before);
 }
 
-TEST_F(Registry, ConcurrentAddAndDeleteKeepCountsConsistent)
-{
-    const int before = TestObject::live();
-    const int kThreads = 4;
-    const int kRounds = 200;
-    std::vector<std::thread> threads;
-    for (int t = 0; t < kThreads; ++t) {
-        threads.emplace_back([this] {
-            for (int i = 0; i < kRounds; ++i) {
-                TestObject* obj = new TestObject();
-                const int slot = registry->AddVcaObject(obj);
-                obj->ReleaseRef();
-                ASSERT_GE(slot, 0);
-                ASSERT_TRUE(registry->DelVcaObject(slot));
-            }
-        });
-    }
-    for (std::thread& t : threads) {
-        t.join();
-    }
-    EXPECT_EQ(TestObject::live(), before);
-    for (int i = 0; i < kThreads; ++i) {
-        EXPECT_EQ(registry->GetVcaObject(i), nullptr);
-    }
-}

@@ -80,12 +80,10 @@ TEST(BrokenLineHitTest, FirstNearVertexWins)
     tagTAVRIN_POINT points[3] = {pt(0.5f, 0.5f), pt(0.51f, 0.5f), pt(0.52f, 0.5f)};
     BrokenLine line;
     line.SetPoints(points, 3);
-    tagTAVRIN_POINT between = pt(0.515f, 0.5f);
     tagTAVRIN_POINT last = pt(0.525f, 0.5f);  // near the second and the third
-    tagTAVRIN_POINT none = pt(0.1f, 0.1f);
-    EXPECT_EQ(line.CheckPointSelected(between), 1u);
+    EXPECT_EQ(vertexAt(line, pt(0.515f, 0.5f)), 1u);
     EXPECT_EQ(line.CheckPointSelected(last), 2u);
-    EXPECT_EQ(line.CheckPointSelected(none), 0u);
+    EXPECT_EQ(vertexAt(line, pt(0.1f, 0.1f)), 0u);
 }
 
 TEST(BrokenLineEdit, DragsAreRefusedWholeAndRefreshTheSegments)

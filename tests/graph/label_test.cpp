@@ -56,9 +56,7 @@ TEST(LabelStorage, IsARectangleForVerticesAndEditing)
     Points five(5, pt(0.1f, 0.1f));
     EXPECT_FALSE(label.SetPoints(five.data(), 5));
     label.SetSelPointIndex(3);
-    tagTAVRIN_POINT from = pt(0.0f, 0.0f);
-    tagTAVRIN_POINT to = pt(0.1f, 0.0f);
-    label.MovePoint(from, to);  // the rectangle's corner drag
+    dragVertex(label, pt(0.0f, 0.0f), pt(0.1f, 0.0f));  // the rectangle's corner drag
     EXPECT_FLOAT_EQ(verticesOf(label)[1].x, 0.3f + 0.08f + 0.1f);
 }
 

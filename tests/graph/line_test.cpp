@@ -216,18 +216,15 @@ TEST(LineSelection, EndPointTestLetsTheSecondPointWin)
 {
     Line line = lineOf(pt(0.2f, 0.2f), pt(0.21f, 0.2f));
     tagTAVRIN_POINT nearFirst = pt(0.185f, 0.2f);  // 0.015 from p1, 0.025 from p2
-    tagTAVRIN_POINT nearBoth = pt(0.205f, 0.2f);
-    tagTAVRIN_POINT nowhere = pt(0.5f, 0.5f);
     tagTAVRIN_POINT exactly = pt(0.23f, 0.2f);  // 0.02 from p2 in single precision
     EXPECT_EQ(line.CheckPointSelected(nearFirst), 1u);
-    EXPECT_EQ(line.CheckPointSelected(nearBoth), 2u);
-    EXPECT_EQ(line.CheckPointSelected(nowhere), 0u);
+    EXPECT_EQ(vertexAt(line, pt(0.205f, 0.2f)), 2u);
+    EXPECT_EQ(vertexAt(line, pt(0.5f, 0.5f)), 0u);
     EXPECT_EQ(line.CheckPointSelected(exactly), 0u);
     EXPECT_EQ(line.GetSelPointIndex(), 0u);  // the host stores the result
 
     Line coincident = lineOf(pt(0.5f, 0.5f), pt(0.5f, 0.5f));
-    tagTAVRIN_POINT on = pt(0.5f, 0.5f);
-    EXPECT_EQ(coincident.CheckPointSelected(on), 2u);
+    EXPECT_EQ(vertexAt(coincident, pt(0.5f, 0.5f)), 2u);
 }
 
 TEST(LineMove, RefusedWholeWhenAnEndPointLeavesThePicture)

@@ -240,9 +240,7 @@ TEST_F(PdcRuleTest, LineDragMovesTheAreaArrowEvenWhenTheLineRefuses)
     rule->SetVcaPDCLineOrRect(true);
     tagTAVRIN_POINT ends[2] = {pt(0.9f, 0.5f), pt(1.0f, 0.5f)};
     ASSERT_TRUE(rule->SetPoints(ends, 2));
-    tagTAVRIN_POINT from = pt(0.5f, 0.5f);
-    tagTAVRIN_POINT to = pt(0.55f, 0.5f);
-    rule->Move(from, to);  // the line would leave the picture; the arrow moves anyway
+    drag(*rule, pt(0.5f, 0.5f), pt(0.55f, 0.5f));  // the line would leave the picture; the arrow moves anyway
     tagTAVRIN_POINT out[10];
     unsigned int count = 0;
     ASSERT_TRUE(rule->GetPoints(out, &count));

@@ -194,9 +194,7 @@ TEST_F(SizeFilterTest, EachShapeKeepsItsOwnVerticesAndBothFollowADrag)
     ASSERT_EQ(sq.size(), 4u);
     EXPECT_POINT_NEAR(sq[2], 0.5f, 0.9f, 1e-6);  // 400 pixels each way
 
-    tagTAVRIN_POINT from = pt(0.3f, 0.5f);
-    tagTAVRIN_POINT to = pt(0.35f, 0.55f);
-    filter->Move(from, to);
+    drag(*filter, pt(0.3f, 0.5f), pt(0.35f, 0.55f));
     sq = points(filter);
     EXPECT_POINT_NEAR(sq[0], 0.15f, 0.15f, 1e-6);
     EXPECT_POINT_NEAR(sq[2], 0.55f, 0.95f, 1e-6);
@@ -216,9 +214,7 @@ TEST_F(SizeFilterTest, ShapesRefuseADragOnTheirOwnTerms)
     tagTAVRIN_POINT a = pt(0.6f, 0.1f);
     tagTAVRIN_POINT b = pt(0.9f, 0.2f);
     ASSERT_TRUE(filter->SetDiagonal(a, b));  // square reaches x = 0.9
-    tagTAVRIN_POINT from = pt(0.5f, 0.5f);
-    tagTAVRIN_POINT to = pt(0.7f, 0.5f);
-    filter->Move(from, to);  // the square would leave the picture, the rectangle not
+    drag(*filter, pt(0.5f, 0.5f), pt(0.7f, 0.5f));  // the square would leave the picture, the rectangle not
     EXPECT_POINT_NEAR(points(filter)[0], 0.6f, 0.1f, 0.0);
     filter->SetSizeFilterType(TAVRIN_SIZE_FILTER_RECT);
     EXPECT_POINT_NEAR(points(filter)[0], 0.4f, 0.3f, 1e-6);
@@ -235,9 +231,7 @@ TEST_F(SizeFilterTest, VertexDragUsesEachShapesOwnSelection)
     tagTAVRIN_POINT a = pt(0.1f, 0.1f);
     tagTAVRIN_POINT b = pt(0.2f, 0.2f);
     ASSERT_TRUE(filter->SetDiagonal(a, b));
-    tagTAVRIN_POINT from = pt(0.5f, 0.6f);
-    tagTAVRIN_POINT to = pt(0.6f, 0.7f);
-    filter->MovePoint(from, to);
+    dragVertex(*filter, pt(0.5f, 0.6f), pt(0.6f, 0.7f));
     EXPECT_POINT_NEAR(points(filter)[2], 0.2f, 0.2f, 1e-6);  // no square corner selected
     filter->SetSizeFilterType(TAVRIN_SIZE_FILTER_RECT);
     const std::vector<tagTAVRIN_POINT> rect = points(filter);

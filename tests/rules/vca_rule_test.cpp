@@ -1,4 +1,5 @@
 #include "rules/RulesTest.h"
+#include "support/PolygonBuilders.h"
 
 #include <Tavrin/VcaRule.h>
 
@@ -35,10 +36,8 @@ TEST_F(VcaRuleTest, HostDrivesAPolygonRuleFromCreationToRelease)
     ASSERT_TRUE(rule->SetPoints(kSquare, 4));
     EXPECT_FALSE(rule->IsNull());
 
-    tagTAVRIN_POINT inside = pt(0.3f, 0.3f);
-    tagTAVRIN_POINT outside = pt(0.5f, 0.3f);
-    EXPECT_TRUE(rule->CheckSelected(inside));
-    EXPECT_FALSE(rule->CheckSelected(outside));
+    EXPECT_TRUE(hits(*rule, pt(0.3f, 0.3f)));
+    EXPECT_FALSE(hits(*rule, pt(0.5f, 0.3f)));
 
     tagTAVRIN_POINT nearSecond = pt(0.41f, 0.2f);
     EXPECT_EQ(rule->CheckPointSelected(nearSecond), 2u);
@@ -189,19 +188,10 @@ TEST_F(VcaRuleTest, SwitchToLineMovesTheStoredVerticesIntoIt)
     tagTAVRIN_POINT two[2] = {pt(0.1f, 0.2f), pt(0.3f, 0.4f)};
     ASSERT_TRUE(rule->SetPoints(two, 2));
     rule->SetRuleType(TAVRIN_RULE_LINE);
-    tagTAVRIN_POINT out[10];
-    unsigned int count = 0;
-    ASSERT_TRUE(rule->GetPoints(out, &count));
-    EXPECT_EQ(count, 2u);
-    EXPECT_POINT_NEAR(out[0], 0.1f, 0.2f, 0.0);
-    EXPECT_POINT_NEAR(out[1], 0.3f, 0.4f, 0.0);
-
+    EXPECT_TRUE(samePoints(verticesOf(*rule), {two[0], two[1]}));
     // One vertex: the line still takes two points, the second from the zeroed copy.
     ASSERT_TRUE(rule->SetPoints(two, 1));
-    ASSERT_TRUE(rule->GetPoints(out, &count));
-    EXPECT_EQ(count, 2u);
-    EXPECT_POINT_NEAR(out[0], 0.1f, 0.2f, 0.0);
-    EXPECT_POINT_NEAR(out[1], 0.0f, 0.0f, 0.0);
+    EXPECT_TRUE(samePoints(verticesOf(*rule), {two[0], pt(0.0f, 0.0f)}));
 }
 
 TEST_F(VcaRuleTest, RefusedSwitchKeepsTheFigure)
@@ -325,7 +315,8 @@ TEST_F(VcaRuleTest, GetPointsWritesAllTenEntriesOfTheStoredCopy)
 TEST_F(VcaRuleTest, RefusedSetPointsChangesNothing)
 {
     VcaRule* rule = hostCreate<VcaRule>();
-    ASSERT_TRUE(rule->SetPoints(kSquare, 4));
+    ASSERT_TRUE(rule->SetPoints(kTen, 10));
+    ASSERT_TRUE(rule->SetPoints(kSquare, 4));  // zeroes the rest of the copy
     tagTAVRIN_POINT eleven[11] = {};
     EXPECT_FALSE(rule->SetPoints(eleven, 11));
     EXPECT_FALSE(rule->SetPoints(nullptr, 2));
@@ -333,40 +324,29 @@ TEST_F(VcaRuleTest, RefusedSetPointsChangesNothing)
     EXPECT_FALSE(rule->SetPoints(bad, 2));
     bad[0] = pt(std::numeric_limits<float>::infinity(), 0.1f);
     EXPECT_FALSE(rule->SetPoints(bad, 2));
-    EXPECT_TRUE(rule->SetPoints(kTen, 10));
-    EXPECT_TRUE(rule->SetPoints(kSquare, 4));
 
     tagTAVRIN_POINT out[10] = {};
     unsigned int count = 0;
     EXPECT_FALSE(rule->GetPoints(nullptr, &count));
     EXPECT_FALSE(rule->GetPoints(out, nullptr));
     ASSERT_TRUE(rule->GetPoints(out, &count));
+    EXPECT_TRUE(samePoints(Points(out, out + 10),
+                           {kSquare[0], kSquare[1], kSquare[2], kSquare[3], {}, {}, {}, {}, {}, {}}));
     EXPECT_EQ(count, 4u);
-    EXPECT_POINT_NEAR(out[3], 0.2f, 0.4f, 0.0);
-    for (int i = 4; i < 10; ++i) {
-        EXPECT_POINT_NEAR(out[i], 0.0f, 0.0f, 0.0);  // SetPoints zeroes the copy
-    }
 }
 
 TEST_F(VcaRuleTest, NonFiniteDragsAreIgnored)
 {
     VcaRule* rule = hostCreate<VcaRule>();
     ASSERT_TRUE(rule->SetPoints(kSquare, 4));
-    rule->SetSelPointIndex(1);
-    tagTAVRIN_POINT from = pt(0.2f, 0.2f);
-    tagTAVRIN_POINT nan = pt(std::numeric_limits<float>::quiet_NaN(), 0.2f);
-    tagTAVRIN_POINT inf = pt(0.2f, -std::numeric_limits<float>::infinity());
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    const float inf = std::numeric_limits<float>::infinity();
     for (tagTAVRIN_RULE_TYPE type : {TAVRIN_RULE_REGION, TAVRIN_RULE_BROKEN_LINE}) {
         rule->SetRuleType(type);
         rule->SetSelPointIndex(1);
-        rule->Move(from, nan);
-        rule->MovePoint(from, inf);
-        tagTAVRIN_POINT out[10];
-        unsigned int count = 0;
-        ASSERT_TRUE(rule->GetPoints(out, &count));
-        ASSERT_EQ(count, 4u);
-        EXPECT_POINT_NEAR(out[0], 0.2f, 0.2f, 0.0);
-        EXPECT_POINT_NEAR(out[2], 0.4f, 0.4f, 0.0);
+        drag(*rule, pt(0.2f, 0.2f), pt(nan, 0.2f));
+        dragVertex(*rule, pt(0.2f, 0.2f), pt(0.2f, -inf));
+        EXPECT_TRUE(samePoints(verticesOf(*rule), Points(kSquare, kSquare + 4))) << type;
     }
 }
 
@@ -377,18 +357,10 @@ TEST_F(VcaRuleTest, LineRuleIsHitOnItsSegmentInPixels)
     ASSERT_TRUE(rule->SetPoints(two, 2));
     rule->SetRuleType(TAVRIN_RULE_LINE);
     rule->Draw(nullptr, 1000, 1000, true);  // gives the line its view size
-    tagTAVRIN_POINT on = pt(0.4f, 0.5005f);
-    tagTAVRIN_POINT beforeStart = pt(0.195f, 0.5f);
-    EXPECT_TRUE(rule->CheckSelected(on));
-    EXPECT_FALSE(rule->CheckSelected(beforeStart));
-
-    tagTAVRIN_POINT grab = pt(0.6f, 0.5f);
-    EXPECT_EQ(rule->CheckPointSelected(grab), 2u);
+    EXPECT_TRUE(hits(*rule, pt(0.4f, 0.5005f)));
+    EXPECT_FALSE(hits(*rule, pt(0.195f, 0.5f)));
+    EXPECT_EQ(vertexAt(*rule, pt(0.6f, 0.5f)), 2u);
     rule->SetSelPointIndex(2);
-    tagTAVRIN_POINT drop = pt(0.7f, 0.6f);
-    rule->MovePoint(grab, drop);
-    tagTAVRIN_POINT out[10];
-    unsigned int count = 0;
-    ASSERT_TRUE(rule->GetPoints(out, &count));
-    EXPECT_POINT_NEAR(out[1], 0.7f, 0.6f, 1e-6);
+    dragVertex(*rule, pt(0.6f, 0.5f), pt(0.7f, 0.6f));
+    EXPECT_POINT_NEAR(verticesOf(*rule).at(1), 0.7f, 0.6f, 1e-6);
 }

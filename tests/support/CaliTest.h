@@ -77,22 +77,4 @@ inline std::string colorCall(unsigned int rgb)
            ",255)";
 }
 
-/// No vertex and no raster position the figure emitted is NaN or infinite.
-inline bool everythingFinite()
-{
-    for (const rec::Batch& b : rec::gl().batches) {
-        for (const tagTAVRIN_POINT& v : b.vertices) {
-            if (!std::isfinite(v.x) || !std::isfinite(v.y)) {
-                return false;
-            }
-        }
-    }
-    for (const rec::RasterText& t : rec::gl().texts) {
-        if (!std::isfinite(t.position.x) || !std::isfinite(t.position.y)) {
-            return false;
-        }
-    }
-    return true;
-}
-
 #endif  // TAVRIN_TESTS_CALITEST_H

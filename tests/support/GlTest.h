@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <string>
 #include <vector>
 
@@ -67,5 +68,48 @@ inline std::vector<std::string> concat(std::initializer_list<std::vector<std::st
     }
     return out;
 }
+
+/// No vertex and no raster position emitted since the last reset is NaN or infinite.
+inline bool everythingFinite()
+{
+    for (const rec::Batch& b : rec::gl().batches) {
+        for (const tagTAVRIN_POINT& v : b.vertices) {
+            if (!std::isfinite(v.x) || !std::isfinite(v.y)) {
+                return false;
+            }
+        }
+    }
+    for (const rec::RasterText& t : rec::gl().texts) {
+        if (!std::isfinite(t.position.x) || !std::isfinite(t.position.y)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+/// Draws `figure` at every degenerate view size (zero, negative, one pixel) and checks each
+/// drawing emits only finite vertices and leaves the GL state clean.
+template <class Figure>
+void expectFiniteAtDegenerateSizes(Figure& figure)
+{
+    const int sizes[][2] = {{0, 0}, {0, 480}, {640, 0}, {-640, 480}, {640, -1}, {1, 1}};
+    for (const auto& size : sizes) {
+        SCOPED_TRACE(::testing::Message() << "view " << size[0] << "x" << size[1]);
+        rec::gl().reset();
+        figure.Draw(nullptr, size[0], size[1], true);
+        EXPECT_TRUE(everythingFinite());
+        EXPECT_TRUE(rec::gl().stateIsClean()) << rec::gl().stateReport();
+    }
+}
+
+// Mouse actions with by-value points (the library takes its points by reference).
+template <class Figure>
+auto drag(Figure& f, tagTAVRIN_POINT from, tagTAVRIN_POINT to) { return f.Move(from, to); }
+template <class Figure>
+auto dragVertex(Figure& f, tagTAVRIN_POINT from, tagTAVRIN_POINT to) { return f.MovePoint(from, to); }
+template <class Figure>
+bool hits(Figure& f, tagTAVRIN_POINT at) { return f.CheckSelected(at); }
+template <class Figure>
+unsigned int vertexAt(Figure& f, tagTAVRIN_POINT at) { return f.CheckPointSelected(at); }
 
 #endif  // TAVRIN_TESTS_GLTEST_H

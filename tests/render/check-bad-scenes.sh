@@ -1,0 +1,83 @@
+#!/usr/bin/env bash
+# Refusals of tavrin-render: every malformed scene in bad/ and a few wrong command lines
+# must exit non-zero with exactly one line on stderr (the line bad/expected.txt gives
+# for the scene), print nothing on stdout, and leave no file in the output directory.
+#
+# Usage: check-bad-scenes.sh PATH/TO/tavrin-render
+set -u
+render=$(cd "$(dirname "$1")" && pwd)/$(basename "$1")
+here=$(cd "$(dirname "$0")" && pwd)
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+passed=0
+failed=0
+
+# refused EXPECTED-LINE EXPECTED-STATUS ARGS...: runs the renderer in bad/ with ARGS.
+refused() {
+  local expected=$1 status=$2
+  shift 2
+  rm -rf "$work/out" && mkdir -p "$work/out"
+  (cd "$here/bad" && "$render" "$@" >"$work/stdout" 2>"$work/stderr")
+  local rc=$?
+  local problem=""
+  if [ "$rc" -ne "$status" ]; then
+    problem="exit status $rc, expected $status"
+  elif [ "$(wc -l <"$work/stderr")" -ne 1 ]; then
+    problem="stderr has $(wc -l <"$work/stderr") lines"
+  elif [ "$(cat "$work/stderr")" != "$expected" ]; then
+    problem="stderr: $(cat "$work/stderr")"
+  elif [ -s "$work/stdout" ]; then
+    problem="stdout is not empty"
+  elif [ -n "$(ls -A "$work/out")" ]; then
+    problem="left files behind: $(ls -A "$work/out" | tr '\n' ' ')"
+  fi
+  if [ -n "$problem" ]; then
+    echo "FAIL $*: $problem (expected: $expected)"
+    failed=$((failed + 1))
+  else
+    passed=$((passed + 1))
+  fi
+}
+
+cd "$here/bad" || exit 1
+for scene in *.json; do
+  expected=$(awk -v name="$scene: " 'index($0, name) == 1 { print; exit }' expected.txt)
+  if [ -z "$expected" ]; then
+    echo "FAIL $scene: no line for it in expected.txt"
+    failed=$((failed + 1))
+    continue
+  fi
+  refused "$expected" 1 "$scene" -o "$work/out/picture.png"
+done
+while read -r line; do
+  scene=${line%%: *}
+  if [ ! -f "$scene" ]; then
+    echo "FAIL expected.txt names $scene, which is not in bad/"
+    failed=$((failed + 1))
+  fi
+done <expected.txt
+
+# Files and command lines.
+refused "missing.json: cannot read: No such file or directory" 1 missing.json -o "$work/out/picture.png"
+refused ".: cannot read: is a directory" 1 . -o "$work/out/picture.png"
+refused "$work/out/no/such/dir/picture.png: cannot write: No such file or directory" 1 \
+  ../good.json -o "$work/out/no/such/dir/picture.png"
+usage="usage: tavrin-render SCENE.json -o OUT.png [--size WxH] [--no-text]"
+refused "tavrin-render: no output file given (-o OUT.png) ($usage)" 2 ../good.json
+refused "tavrin-render: no scene file given ($usage)" 2 -o "$work/out/picture.png"
+refused "tavrin-render: --size: expected WxH with sides from 16 to 4096, got \"640x0\" ($usage)" 2 \
+  ../good.json -o "$work/out/picture.png" --size 640x0
+refused "tavrin-render: unknown option \"--colour\" ($usage)" 2 ../good.json -o "$work/out/picture.png" --colour
+
+# And the good scene next to bad/ does render, so the refusals above are the scenes'.
+rm -rf "$work/out" && mkdir -p "$work/out"
+if (cd "$here" && "$render" good.json -o "$work/out/picture.png" 2>"$work/stderr") &&
+   [ -s "$work/out/picture.png" ] && [ ! -s "$work/stderr" ] && [ "$(ls -A "$work/out")" = picture.png ]; then
+  passed=$((passed + 1))
+else
+  echo "FAIL good.json did not render cleanly: $(cat "$work/stderr")"
+  failed=$((failed + 1))
+fi
+
+echo "$passed passed, $failed failed"
+[ "$failed" -eq 0 ]

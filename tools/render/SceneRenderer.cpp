@@ -1,0 +1,71 @@
+#include "SceneRenderer.h"
+
+#include <Tavrin/TextRendering.h>
+#include <Tavrin/VcaObject.h>
+
+#include <GL/gl.h>
+
+#include <cstring>
+
+namespace Tavrin {
+namespace render {
+
+namespace {
+
+constexpr int kFrames = 2;
+
+/// Fills the view with `bottomUp` (RGBA8888, bottom row first, the view's size), with
+/// identity matrices so that the raster position (-1, -1) is the lower-left corner.
+void drawPicture(const QImage& bottomUp)
+{
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+    glMatrixMode(GL_MODELVIEW);
+    glLoadIdentity();
+    glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
+    glPixelStorei(GL_UNPACK_ROW_LENGTH, bottomUp.bytesPerLine() / 4);
+    glRasterPos2f(-1.0f, -1.0f);
+    glDrawPixels(bottomUp.width(), bottomUp.height(), GL_RGBA, GL_UNSIGNED_BYTE, bottomUp.constBits());
+    glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
+}
+
+QImage readBack(const offscreen::OffscreenGl& gl)
+{
+    const std::vector<std::uint8_t> rgba = gl.readRgba();
+    QImage image(gl.width(), gl.height(), QImage::Format_RGBA8888);
+    const int row = gl.width() * 4;
+    for (int y = 0; y < gl.height(); ++y) {
+        std::uint8_t* line = image.scanLine(y);
+        std::memcpy(line, rgba.data() + static_cast<std::size_t>(y) * static_cast<std::size_t>(row),
+                    static_cast<std::size_t>(row));
+        // Blending leaves translucent alpha in the surface; the picture itself is opaque.
+        for (int x = 3; x < row; x += 4) {
+            line[x] = 255;
+        }
+    }
+    return image.convertToFormat(QImage::Format_RGB888);
+}
+
+}  // namespace
+
+QImage renderScene(const Scene& scene, offscreen::OffscreenGl& gl, bool text)
+{
+    TextRendering::SetEnabled(text);
+    const QImage bottomUp = scene.picture.isNull() ? QImage() : scene.picture.mirrored(false, true);
+    const float r = ((scene.colour >> 16) & 0xff) / 255.0f;
+    const float g = ((scene.colour >> 8) & 0xff) / 255.0f;
+    const float b = (scene.colour & 0xff) / 255.0f;
+    for (int frame = 0; frame < kFrames; ++frame) {
+        gl.clear(r, g, b);
+        if (!bottomUp.isNull()) {
+            drawPicture(bottomUp);
+        }
+        for (VcaObject* figure : scene.figures) {
+            figure->Draw(nullptr, scene.size.width(), scene.size.height(), true);
+        }
+    }
+    return readBack(gl);
+}
+
+}  // namespace render
+}  // namespace Tavrin

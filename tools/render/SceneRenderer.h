@@ -1,0 +1,24 @@
+#ifndef TAVRIN_TOOLS_RENDER_SCENERENDERER_H
+#define TAVRIN_TOOLS_RENDER_SCENERENDERER_H
+
+#include "OffscreenGl.h"
+#include "Scene.h"
+
+#include <QImage>
+
+namespace Tavrin {
+namespace render {
+
+/// Draws `scene` into `gl`, which must be current and of the scene's size, the way a live
+/// view shows it: the background, then every figure's Draw in file order, one frame
+/// after another. Two frames are drawn and the second is returned, because some figures
+/// apply a setting only after their first draw (a rule's traverse-plane flag reaches its
+/// broken line that way) and a host's view is always past its first frame. The result is
+/// opaque RGB, top row first. `text` switches the library's text rendering (labels, the
+/// "A"/"B" marks) on or off for the whole process.
+QImage renderScene(const Scene& scene, offscreen::OffscreenGl& gl, bool text = true);
+
+}  // namespace render
+}  // namespace Tavrin
+
+#endif  // TAVRIN_TOOLS_RENDER_SCENERENDERER_H

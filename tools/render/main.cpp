@@ -1,0 +1,183 @@
+// tavrin-render: draws a scene file headlessly and writes the picture as PNG.
+//
+//   tavrin-render SCENE.json -o OUT.png [--size WxH] [--no-text]
+//
+// A refused scene, or any other failure, prints one line on stderr naming the file and
+// the field, exits non-zero and leaves no output file behind (the picture is written to
+// a temporary file beside OUT.png and renamed into place only once it is complete).
+
+#include "OffscreenGl.h"
+#include "Scene.h"
+#include "SceneRenderer.h"
+
+#include <Tavrin/VcaObjectContainer.h>
+
+#include <QSaveFile>
+#include <QString>
+#include <QStringList>
+
+#include <cstdio>
+#include <exception>
+#include <optional>
+
+namespace {
+
+const char kUsage[] = "usage: tavrin-render SCENE.json -o OUT.png [--size WxH] [--no-text]";
+
+struct Arguments {
+    QString scene;
+    QString output;
+    std::optional<QSize> size;
+    bool text = true;
+};
+
+/// A refusal of the command line itself.
+struct UsageError {
+    QString message;
+};
+
+/// Keeps a message on one line whatever a file name or a field name holds.
+QString oneLine(const QString& text)
+{
+    QString out;
+    for (const QChar c : text) {
+        if (c.unicode() < 0x20 || c.unicode() == 0x7f) {
+            out += QStringLiteral("\\x%1").arg(c.unicode(), 2, 16, QLatin1Char('0'));
+        } else {
+            out += c;
+        }
+    }
+    return out;
+}
+
+void printLine(const QString& text)
+{
+    std::fprintf(stderr, "%s\n", oneLine(text).toLocal8Bit().constData());
+}
+
+std::optional<QSize> parseSize(const QString& text)
+{
+    const QStringList parts = text.split(QLatin1Char('x'));
+    bool okWidth = false;
+    bool okHeight = false;
+    const int width = parts.size() == 2 ? parts[0].toInt(&okWidth) : 0;
+    const int height = parts.size() == 2 ? parts[1].toInt(&okHeight) : 0;
+    if (!okWidth || !okHeight || width < 16 || height < 16 || width > Tavrin::render::kMaxViewSide ||
+        height > Tavrin::render::kMaxViewSide) {
+        return std::nullopt;
+    }
+    return QSize(width, height);
+}
+
+Arguments parseArguments(const QStringList& args)
+{
+    Arguments parsed;
+    for (int i = 0; i < args.size(); ++i) {
+        const QString& arg = args[i];
+        const bool hasValue = i + 1 < args.size();
+        if (arg == QLatin1String("-o")) {
+            if (!hasValue) {
+                throw UsageError{QStringLiteral("-o needs a file name")};
+            }
+            parsed.output = args[++i];
+        } else if (arg == QLatin1String("--size")) {
+            if (!hasValue) {
+                throw UsageError{QStringLiteral("--size needs WxH")};
+            }
+            parsed.size = parseSize(args[++i]);
+            if (!parsed.size) {
+                throw UsageError{QStringLiteral("--size: expected WxH with sides from 16 to %1, got \"%2\"")
+                                     .arg(Tavrin::render::kMaxViewSide)
+                                     .arg(args[i].left(40))};
+            }
+        } else if (arg == QLatin1String("--no-text")) {
+            parsed.text = false;
+        } else if (arg.startsWith(QLatin1Char('-')) && arg.size() > 1) {
+            throw UsageError{QStringLiteral("unknown option \"%1\"").arg(arg.left(40))};
+        } else if (parsed.scene.isEmpty()) {
+            parsed.scene = arg;
+        } else {
+            throw UsageError{QStringLiteral("one scene file at a time")};
+        }
+    }
+    if (parsed.scene.isEmpty()) {
+        throw UsageError{QStringLiteral("no scene file given")};
+    }
+    if (parsed.output.isEmpty()) {
+        throw UsageError{QStringLiteral("no output file given (-o OUT.png)")};
+    }
+    return parsed;
+}
+
+/// Qt's own diagnostics (an image decoder's warnings) would add lines to the one-line
+/// report; the renderer reports every failure itself.
+void quietQt(QtMsgType, const QMessageLogContext&, const QString&)
+{
+}
+
+/// Destroys the registry, and with it every figure, however main is left.
+struct RegistryRelease {
+    ~RegistryRelease() { Tavrin::VcaObjectContainer::Release(); }
+};
+
+void writePng(const QImage& image, const QString& path)
+{
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly)) {
+        throw Tavrin::render::SceneError(QString(), QStringLiteral("cannot write: %1").arg(file.errorString()));
+    }
+    if (!image.save(&file, "PNG") || !file.commit()) {
+        throw Tavrin::render::SceneError(QString(), QStringLiteral("cannot write: %1").arg(file.errorString()));
+    }
+}
+
+int run(const Arguments& args)
+{
+    RegistryRelease release;
+    QString failing = args.scene;
+    try {
+        const Tavrin::render::Scene scene = Tavrin::render::readSceneFile(args.scene, args.size);
+        Tavrin::offscreen::OffscreenGl gl;
+        if (!gl.create(scene.size.width(), scene.size.height())) {
+            printLine(QStringLiteral("%1: no offscreen OpenGL context: %2")
+                          .arg(args.scene, QString::fromStdString(gl.error())));
+            return 1;
+        }
+        const QImage image = Tavrin::render::renderScene(scene, gl, args.text);
+        failing = args.output;
+        writePng(image, args.output);
+    } catch (const Tavrin::render::SceneError& e) {
+        if (e.field().isEmpty()) {
+            printLine(QStringLiteral("%1: %2").arg(failing, e.message()));
+        } else {
+            printLine(QStringLiteral("%1: %2: %3").arg(failing, e.field(), e.message()));
+        }
+        return 1;
+    }
+    return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    qInstallMessageHandler(quietQt);
+    QStringList list;
+    for (int i = 1; i < argc; ++i) {
+        list << QString::fromLocal8Bit(argv[i]);
+    }
+    if (list.contains(QLatin1String("-h")) || list.contains(QLatin1String("--help"))) {
+        std::printf("%s\n", kUsage);
+        return 0;
+    }
+    try {
+        const Arguments args = parseArguments(list);
+        return run(args);
+    } catch (const UsageError& e) {
+        printLine(QStringLiteral("tavrin-render: %1 (%2)").arg(e.message, QLatin1String(kUsage)));
+        return 2;
+    } catch (const std::exception& e) {
+        printLine(QStringLiteral("tavrin-render: %1").arg(QString::fromLocal8Bit(e.what())));
+        return 1;
+    }
+}
