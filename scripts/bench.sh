@@ -33,7 +33,7 @@ trap cleanup EXIT
 
 load_before=$(cut -d' ' -f1-3 /proc/loadavg)
 common=(--benchmark_repetitions=$repetitions --benchmark_enable_random_interleaving=true
-        --benchmark_report_aggregates_only=true --benchmark_out_format=json)
+        --benchmark_display_aggregates_only=true --benchmark_out_format=json)
 
 echo "== library cost, hit tests, triangulation, registry"
 "$build/bench/tavrin_bench" "${common[@]}" --benchmark_min_time=$min_time \

@@ -24,6 +24,10 @@ def load(path):
     with open(path) as f:
         data = json.load(f)
     out = {}
+    ratios = {}
+    for b in data.get("benchmarks", []):
+        if b.get("run_type") == "iteration" and "ratio" in b and not b.get("error_occurred"):
+            ratios.setdefault(b["run_name"], []).append(b["ratio"])
     for b in data.get("benchmarks", []):
         if b.get("aggregate_name") != "median" or b.get("error_occurred"):
             continue
@@ -33,6 +37,8 @@ def load(path):
         for key in ("gl_calls", "allocs", "vertices", "shapes", "triangles", "library_us", "floor_us", "ratio"):
             if key in b:
                 entry[key] = b[key]
+        if name in ratios:
+            entry["ratios"] = sorted(ratios[name])
         out[name] = entry
     return out
 
@@ -165,17 +171,26 @@ def block(args):
 
     lines.append("### Mesa: library against its floor, frame for frame (wall µs per frame)")
     lines.append("")
-    lines.append("Library and floor frames alternate in one loop (order swapped every iteration); "
-                 "medians of each run, then the median over the repetitions.")
+    lines.append("Library and floor frames alternate in one loop (order swapped every iteration); each "
+                 "repetition gives the median frame of each and their ratio. The ratio is taken within a "
+                 "repetition, so load that comes and goes between repetitions cancels out of it; the "
+                 "absolute times are medians over the repetitions and move with the load.")
     lines.append("")
-    lines.append("| Figures | Library on Mesa | Floor | Library / floor | Qt context: library | floor | "
-                 "library / floor |")
+    lines.append("| Figures | Library on Mesa | Floor | Library / floor: median (lowest, highest) "
+                 "| Qt context: library | floor | library / floor |")
     lines.append("|---|---|---|---|---|---|---|")
+
+    def spread(e):
+        if e is None:
+            return "n/a"
+        r = e.get("ratios", [])
+        tail = f" ({r[0]:.3f}, {r[-1]:.3f})" if r else ""
+        return fmt_ratio(e["ratio"]) + tail
+
     for n in SIZES:
         p, q = paired[n], qt_paired[n]
-        lines.append(f"| {n} | {us(p and p['library_us'])} | {us(p and p['floor_us'])} | "
-                     f"{fmt_ratio(p and p['ratio'])} | {us(q and q['library_us'])} | {us(q and q['floor_us'])} | "
-                     f"{fmt_ratio(q and q['ratio'])} |")
+        lines.append(f"| {n} | {us(p and p['library_us'])} | {us(p and p['floor_us'])} | {spread(p)} | "
+                     f"{us(q and q['library_us'])} | {us(q and q['floor_us'])} | {spread(q)} |")
     lines.append("")
 
     lines.append("### Mesa: separate runs, and QPainter into a QImage (wall µs per frame)")
