@@ -413,6 +413,33 @@ BENCHMARK(BM_QtGlFloor)->Apply(sizes);
 BENCHMARK(BM_QtGlPaired)->Apply(sizes);
 BENCHMARK(BM_QPainterGl)->Apply(sizes);
 
+}  // namespace
+
+bool snapshot(const std::string& directory)
+{
+    Frames& f = frames(64);
+    Tavrin::offscreen::OffscreenGl* context = egl();
+    if (context == nullptr) {
+        return false;
+    }
+    context->clear(0.0f, 0.0f, 0.0f);
+    f.scene->draw();
+    const std::vector<std::uint8_t> rgba = context->readRgba();
+    // Blending leaves the frame's alpha below 1 under the fills; the picture is its RGB.
+    const QImage library = QImage(rgba.data(), kViewWidth, kViewHeight, kViewWidth * 4, QImage::Format_RGBA8888)
+                               .convertToFormat(QImage::Format_RGB888);
+    QImage peer(kViewWidth, kViewHeight, QImage::Format_ARGB32_Premultiplied);
+    peer.fill(Qt::black);
+    {
+        QPainter painter(&peer);
+        paintPeer(painter, f.peer);
+    }
+    return library.save(QString::fromStdString(directory + "/library-mesa-64.png")) &&
+           peer.save(QString::fromStdString(directory + "/qpainter-raster-64.png"));
+}
+
+namespace {
+
 void createQtGl(QtGl& qt)
 {
     QSurfaceFormat format;
@@ -441,6 +468,15 @@ void createQtGl(QtGl& qt)
 
 int main(int argc, char** argv)
 {
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
+    // --snapshot DIR: the 64-figure frame drawn by the library on Mesa and by the QPainter
+    // peer into a QImage, as PNG files, to see that the two overlays match; then exit.
+    if (argc == 3 && std::string(argv[1]) == "--snapshot") {
+        QGuiApplication app(argc, argv);
+        return bench::snapshot(argv[2]) ? 0 : 1;
+    }
     // --renderer: the driver the Mesa variants draw with, then exit.
     if (argc == 2 && std::string(argv[1]) == "--renderer") {
         Tavrin::offscreen::OffscreenGl* context = bench::egl();
@@ -450,9 +486,6 @@ int main(int argc, char** argv)
         std::printf("%s; OpenGL %s\n", reinterpret_cast<const char*>(glGetString(GL_RENDERER)),
                     reinterpret_cast<const char*>(glGetString(GL_VERSION)));
         return 0;
-    }
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
     }
     QGuiApplication app(argc, argv);
     benchmark::Initialize(&argc, argv);
