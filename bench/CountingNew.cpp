@@ -58,8 +58,14 @@ void* operator new[](std::size_t size, const std::nothrow_t&) noexcept
         return nullptr;
     }
 }
-void* operator new(std::size_t size, std::align_val_t align) { return allocateAligned(size, align); }
-void* operator new[](std::size_t size, std::align_val_t align) { return allocateAligned(size, align); }
+void* operator new(std::size_t size, std::align_val_t align)
+{
+    return allocateAligned(size, align);
+}
+void* operator new[](std::size_t size, std::align_val_t align)
+{
+    return allocateAligned(size, align);
+}
 
 void operator delete(void* p) noexcept { std::free(p); }
 void operator delete[](void* p) noexcept { std::free(p); }

@@ -98,7 +98,8 @@ std::vector<PeerShape> peerShapes(const std::vector<Call>& calls)
         if (shapes[i].kind != PeerShape::Outline) {
             continue;
         }
-        const std::size_t triangles = static_cast<std::size_t>(std::max(0, int(shapes[i].points.size()) - 2));
+        const int corners = static_cast<int>(shapes[i].points.size());
+        const std::size_t triangles = static_cast<std::size_t>(std::max(0, corners - 2));
         std::size_t j = i + 1;
         while (j < shapes.size() && j - i - 1 < triangles && shapes[j].kind == PeerShape::Fill &&
                shapes[j].color == shapes[i + 1].color) {
@@ -310,8 +311,8 @@ void pairedFrames(benchmark::State& state, Frames& f, Prepare prepare)
                 replay(f.calls, f.lists);
             }
             glFinish();
-            const double elapsed = std::chrono::duration<double, std::micro>(Clock::now() - start).count();
-            (drawLibrary ? library : floor).push_back(elapsed);
+            const std::chrono::duration<double, std::micro> elapsed = Clock::now() - start;
+            (drawLibrary ? library : floor).push_back(elapsed.count());
         }
         libraryFirst = !libraryFirst;
     }
@@ -427,8 +428,8 @@ bool snapshot(const std::string& directory)
     f.scene->draw();
     const std::vector<std::uint8_t> rgba = context->readRgba();
     // Blending leaves the frame's alpha below 1 under the fills; the picture is its RGB.
-    const QImage library = QImage(rgba.data(), kViewWidth, kViewHeight, kViewWidth * 4, QImage::Format_RGBA8888)
-                               .convertToFormat(QImage::Format_RGB888);
+    const QImage frame(rgba.data(), kViewWidth, kViewHeight, kViewWidth * 4, QImage::Format_RGBA8888);
+    const QImage library = frame.convertToFormat(QImage::Format_RGB888);
     QImage peer(kViewWidth, kViewHeight, QImage::Format_ARGB32_Premultiplied);
     peer.fill(Qt::black);
     {

@@ -16,8 +16,8 @@ namespace {
 std::vector<bench::Call> g_calls;
 std::uint32_t g_nextList = 1;
 
-void record(bench::Op op, std::uint32_t u0 = 0, std::uint32_t u1 = 0, float f0 = 0.0f, float f1 = 0.0f,
-            float f2 = 0.0f)
+void record(bench::Op op, std::uint32_t u0 = 0, std::uint32_t u1 = 0, float f0 = 0.0f,
+            float f1 = 0.0f, float f2 = 0.0f)
 {
     g_calls.push_back(bench::Call{op, {u0, u1}, {f0, f1, f2}});
 }
@@ -29,14 +29,18 @@ using bench::Op;
 extern "C" {
 
 GLAPI void GLAPIENTRY glLoadIdentity(void) { record(Op::LoadIdentity); }
-GLAPI void GLAPIENTRY glTranslatef(GLfloat x, GLfloat y, GLfloat z) { record(Op::Translate, 0, 0, x, y, z); }
+GLAPI void GLAPIENTRY glTranslatef(GLfloat x, GLfloat y, GLfloat z)
+{
+    record(Op::Translate, 0, 0, x, y, z);
+}
 GLAPI void GLAPIENTRY glHint(GLenum target, GLenum mode) { record(Op::Hint, target, mode); }
 GLAPI void GLAPIENTRY glEnable(GLenum cap) { record(Op::Enable, cap); }
 GLAPI void GLAPIENTRY glDisable(GLenum cap) { record(Op::Disable, cap); }
 GLAPI void GLAPIENTRY glBlendFunc(GLenum s, GLenum d) { record(Op::BlendFunc, s, d); }
 GLAPI void GLAPIENTRY glColor4ub(GLubyte r, GLubyte g, GLubyte b, GLubyte a)
 {
-    record(Op::Color, (std::uint32_t(r) << 24) | (std::uint32_t(g) << 16) | (std::uint32_t(b) << 8) | a);
+    record(Op::Color,
+           (std::uint32_t(r) << 24) | (std::uint32_t(g) << 16) | (std::uint32_t(b) << 8) | a);
 }
 GLAPI void GLAPIENTRY glLineWidth(GLfloat width) { record(Op::LineWidth, 0, 0, width); }
 GLAPI void GLAPIENTRY glPointSize(GLfloat size) { record(Op::PointSize, 0, 0, size); }
@@ -60,10 +64,11 @@ GLAPI void GLAPIENTRY glPixelStorei(GLenum pname, GLint param)
 {
     record(Op::PixelStore, pname, static_cast<std::uint32_t>(param));
 }
-GLAPI void GLAPIENTRY glBitmap(GLsizei width, GLsizei height, GLfloat, GLfloat, GLfloat xmove, GLfloat ymove,
-                               const GLubyte*)
+GLAPI void GLAPIENTRY glBitmap(GLsizei width, GLsizei height, GLfloat, GLfloat, GLfloat xmove,
+                               GLfloat ymove, const GLubyte*)
 {
-    record(Op::Bitmap, static_cast<std::uint32_t>(width), static_cast<std::uint32_t>(height), xmove, ymove);
+    record(Op::Bitmap, static_cast<std::uint32_t>(width), static_cast<std::uint32_t>(height), xmove,
+           ymove);
 }
 
 }  // extern "C"

@@ -46,7 +46,8 @@ inline void replay(const std::vector<Call>& calls, std::vector<GLuint>& lists)
         case Op::Disable: glDisable(c.u[0]); break;
         case Op::BlendFunc: glBlendFunc(c.u[0], c.u[1]); break;
         case Op::Color:
-            glColor4ub(GLubyte(c.u[0] >> 24), GLubyte(c.u[0] >> 16), GLubyte(c.u[0] >> 8), GLubyte(c.u[0]));
+            glColor4ub(GLubyte(c.u[0] >> 24), GLubyte(c.u[0] >> 16), GLubyte(c.u[0] >> 8),
+                       GLubyte(c.u[0]));
             break;
         case Op::LineWidth: glLineWidth(c.f[0]); break;
         case Op::PointSize: glPointSize(c.f[0]); break;

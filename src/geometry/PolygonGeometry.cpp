@@ -223,8 +223,8 @@ int splitPolygonIndices(const tagTAVRIN_POLYGON& polygon, TriangleIndices& trian
     }
     while (buffers[current].polygon.count > 3) {
         double rest = 0.0;
-        if (!firstEar(buffers[current], whole, triangles.corners[triangles.count], buffers[1 - current],
-                      rest)) {
+        unsigned char(&ear)[3] = triangles.corners[triangles.count];
+        if (!firstEar(buffers[current], whole, ear, buffers[1 - current], rest)) {
             // No ear at this level: the triangles found so far stay, and it still counts
             // as done; the caller judges success by the number of triangles.
             return 0;
@@ -246,7 +246,8 @@ int splitPolygon(const tagTAVRIN_POLYGON& polygon, TriangleBuffer& triangles)
     const int result = splitPolygonIndices(polygon, cut);
     triangles.count = cut.count;
     for (int i = 0; i < cut.count; ++i) {
-        triangles.items[i] = triangleOf(polygon, cut.corners[i][0], cut.corners[i][1], cut.corners[i][2]);
+        const unsigned char* c = cut.corners[i];
+        triangles.items[i] = triangleOf(polygon, c[0], c[1], c[2]);
     }
     return result;
 }

@@ -92,7 +92,8 @@ int GraphMeta::fillTriangles(const tagTAVRIN_POLYGON& outline, FillCut& cut)
     cut.count = n;
     std::memcpy(cut.points, outline.points, bytes);
     cut.triangles = triangles.count;
-    std::memcpy(cut.corners, triangles.corners, sizeof cut.corners);
+    std::memcpy(cut.corners, triangles.corners,
+                static_cast<std::size_t>(triangles.count) * sizeof cut.corners[0]);
     return cut.triangles;
 }
 
