@@ -86,6 +86,26 @@ protected:
     /// this primitive's colours and view size.
     void drawHandle(const tagTAVRIN_POINT& at, bool active);
 
+    /// The last triangulation of a filled outline, kept with the exact vertices it was
+    /// cut from, so that a figure that stands still is cut once and not on every frame.
+    /// Each filling primitive holds its own; like the rest of a primitive's drawing state
+    /// it belongs to the thread that draws the primitive and is not locked.
+    /// Only `count` and `triangles` are set up front: the bytes are read only once a cut
+    /// has written them, so a temporary figure pays nothing for the store.
+    struct FillCut {
+        int count = -1;     ///< vertices of the outline cut; -1 before the first cut
+        int triangles = 0;  ///< triangles the cut gave
+        unsigned char points[20 * sizeof(tagTAVRIN_POINT)];  ///< the vertices' bytes
+        unsigned char corners[18][3];  ///< each triangle's corners, as vertex indices
+    };
+    /// The number of triangles `SplitPolygon` gives for `outline`, their corners left in
+    /// `cut`. Taken from `cut` when it was made from bit-identical vertices, otherwise cut
+    /// afresh and kept there.
+    static int fillTriangles(const tagTAVRIN_POLYGON& outline, FillCut& cut);
+    /// Triangle `index` of a fill cut of `outline`, as three of its vertices.
+    static void fillTriangle(const tagTAVRIN_POLYGON& outline, const FillCut& cut, int index,
+                             tagTAVRIN_POINT (&corners)[3]);
+
     tagTAVRIN_OBJ_STATUS m_objStatus;
     int m_wndWidth;
     int m_wndHeight;

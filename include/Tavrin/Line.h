@@ -174,6 +174,9 @@ protected:
     bool m_pdcLineOrRect;
     bool m_pdcCaliShoulderLine;
     unsigned int m_selCaliPointIndex;
+
+private:
+    FillCut m_fillCut;
 };
 
 }  // namespace Tavrin

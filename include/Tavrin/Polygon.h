@@ -68,6 +68,8 @@ private:
     /// Sets the fill colour and fills when a fill flag is on and the polygon cuts into
     /// n - 2 triangles.
     void drawFill(unsigned int color);
+
+    FillCut m_fillCut;
 };
 
 }  // namespace Tavrin

@@ -118,26 +118,83 @@ int remainPolygon(const tagTAVRIN_POLYGON& polygon, int index, tagTAVRIN_POLYGON
 
 namespace {
 
-// The first ear of `polygon` (count 4..20) that passes the crossing check of what it
-// leaves and the area test against `whole`. On success `remain` and `restArea` describe
-// the polygon left, so the next level neither rebuilds nor re-measures it.
-bool firstEar(const tagTAVRIN_POLYGON& polygon, double whole, tagTAVRIN_TRIANGLE_& ear,
-              tagTAVRIN_POLYGON& remain, double& restArea)
+// The part of a polygon still to be cut: its vertices and, for each, its index in the
+// polygon the cut started from.
+struct Remaining {
+    tagTAVRIN_POLYGON polygon;
+    unsigned char origin[kMaxVertices];
+};
+
+// `from` without vertex `index` (count 4..20), as remainPolygon writes it.
+void removeVertex(const Remaining& from, int index, Remaining& to)
 {
+    const int n = from.polygon.count;
+    int out = 0;
+    for (int i = 0; i < n; ++i) {
+        if (i != index) {
+            to.polygon.points[out] = from.polygon.points[i];
+            to.origin[out] = from.origin[i];
+            ++out;
+        }
+    }
+    to.polygon.count = n - 1;
+}
+
+// polygonIsValid(remain) for a remain cut from a valid polygon, whose chain edge
+// `newEdge` joins the two neighbours of the removed vertex (none when the last vertex was
+// removed: newEdge is then past the chain). Every other chain pair that polygonIsValid
+// tests is a pair of the polygon it was cut from, tested there and found apart, so only
+// the pairs with the new edge and the closing-edge pair are tested again.
+bool staysValid(const tagTAVRIN_POLYGON& remain, int newEdge)
+{
+    const int m = remain.count;
+    const tagTAVRIN_POINT* r = remain.points;
+    if (m < 4) {
+        return true;
+    }
+    if (newEdge <= m - 2) {
+        for (int k = 0; k + 2 <= newEdge; ++k) {
+            if (segmentsCross(r[k], r[k + 1], r[newEdge], r[newEdge + 1])) {
+                return false;
+            }
+        }
+        for (int k = newEdge + 2; k <= m - 2; ++k) {
+            if (segmentsCross(r[newEdge], r[newEdge + 1], r[k], r[k + 1])) {
+                return false;
+            }
+        }
+    }
+    return !segmentsCross(r[0], r[m - 1], r[m - 2], r[m - 3]);
+}
+
+// The first ear of `current` (count 4..20, valid) that passes the crossing check of what
+// it leaves and the area test against `whole`. On success `ear` holds the ear's corners
+// as indices of the first polygon, and `rest` and `restArea` the polygon left, so the
+// next level neither rebuilds nor re-measures it.
+bool firstEar(const Remaining& current, double whole, unsigned char (&ear)[3], Remaining& rest,
+              double& restArea)
+{
+    const tagTAVRIN_POLYGON& polygon = current.polygon;
     const int n = polygon.count;
     for (int i = 0; i < n - 1; ++i) {
-        const int tip = (i + 1) % n;
-        if (remainPolygon(polygon, tip, &remain) != 0 || !polygonIsValid(remain)) {
+        const int tip = i + 1;
+        const int next = (i + 2) % n;
+        removeVertex(current, tip, rest);
+        // The edge from vertex i to the vertex after the tip takes the place of the
+        // tip's two edges, at index i of what is left.
+        if (!staysValid(rest.polygon, i)) {
             continue;
         }
-        const tagTAVRIN_TRIANGLE_ candidate = triangleOf(polygon, i, tip, (i + 2) % n);
-        double rest = 0.0;
+        const tagTAVRIN_TRIANGLE_ candidate = triangleOf(polygon, i, tip, next);
+        double remainArea = 0.0;
         double earArea = 0.0;
-        polygonArea(remain, &rest);
+        polygonArea(rest.polygon, &remainArea);
         triangleArea(candidate, &earArea);
-        if (std::fabs(earArea + rest - whole) <= kAreaTolerance) {
-            ear = candidate;
-            restArea = rest;
+        if (std::fabs(earArea + remainArea - whole) <= kAreaTolerance) {
+            ear[0] = current.origin[i];
+            ear[1] = current.origin[tip];
+            ear[2] = current.origin[next];
+            restArea = remainArea;
             return true;
         }
     }
@@ -146,7 +203,7 @@ bool firstEar(const tagTAVRIN_POLYGON& polygon, double whole, tagTAVRIN_TRIANGLE
 
 }  // namespace
 
-int splitPolygon(const tagTAVRIN_POLYGON& polygon, TriangleBuffer& triangles)
+int splitPolygonIndices(const tagTAVRIN_POLYGON& polygon, TriangleIndices& triangles)
 {
     triangles.count = 0;
     const int n = polygon.count;
@@ -156,16 +213,19 @@ int splitPolygon(const tagTAVRIN_POLYGON& polygon, TriangleBuffer& triangles)
     // Each level cuts one ear and goes on with what it leaves, which was checked and
     // measured while the ear was tested: two buffers take turns instead of a copy per
     // level.
-    tagTAVRIN_POLYGON buffers[2];
-    buffers[0] = polygon;
+    Remaining buffers[2];
+    buffers[0].polygon = polygon;
+    for (int i = 0; i < n; ++i) {
+        buffers[0].origin[i] = static_cast<unsigned char>(i);
+    }
     int current = 0;
     double whole = 0.0;
     if (n > 3) {
-        polygonArea(buffers[current], &whole);
+        polygonArea(buffers[current].polygon, &whole);
     }
-    while (buffers[current].count > 3) {
-        tagTAVRIN_TRIANGLE_& ear = triangles.items[triangles.count];
+    while (buffers[current].polygon.count > 3) {
         double rest = 0.0;
+        unsigned char(&ear)[3] = triangles.corners[triangles.count];
         if (!firstEar(buffers[current], whole, ear, buffers[1 - current], rest)) {
             // No ear at this level: the triangles found so far stay, and it still counts
             // as done; the caller judges success by the number of triangles.
@@ -175,8 +235,23 @@ int splitPolygon(const tagTAVRIN_POLYGON& polygon, TriangleBuffer& triangles)
         current = 1 - current;
         whole = rest;
     }
-    triangles.items[triangles.count++] = triangleOf(buffers[current], 0, 1, 2);
+    unsigned char(&last)[3] = triangles.corners[triangles.count++];
+    for (int k = 0; k < 3; ++k) {
+        last[k] = buffers[current].origin[k];
+    }
     return 0;
+}
+
+int splitPolygon(const tagTAVRIN_POLYGON& polygon, TriangleBuffer& triangles)
+{
+    TriangleIndices cut;
+    const int result = splitPolygonIndices(polygon, cut);
+    triangles.count = cut.count;
+    for (int i = 0; i < cut.count; ++i) {
+        const unsigned char* c = cut.corners[i];
+        triangles.items[i] = triangleOf(polygon, c[0], c[1], c[2]);
+    }
+    return result;
 }
 
 int splitPolygon(const tagTAVRIN_POLYGON& polygon, std::list<tagTAVRIN_TRIANGLE_>* triangles)

@@ -42,12 +42,21 @@ struct TriangleBuffer {
     int count = 0;
 };
 
+/// The same triangles as vertex indices of the polygon they were cut from.
+struct TriangleIndices {
+    static constexpr int kCapacity = 18;
+    unsigned char corners[kCapacity][3];
+    int count = 0;
+};
+
 /// Ear clipping by the area test: at each level the first acceptable ear in index order
 /// (vertex 0 is never a tip), then the rest of the polygon the same way. Replaces the
 /// contents of `triangles`. 0, or -1 (no triangle) for fewer than 3 or more than 20
 /// vertices or an invalid polygon. A level where no ear passes ends the cut, keeping the
 /// triangles found so far and still returning 0: success is n - 2 triangles.
 int splitPolygon(const tagTAVRIN_POLYGON& polygon, TriangleBuffer& triangles);
+/// As above, each triangle given by the indices of its three corners in `polygon`.
+int splitPolygonIndices(const tagTAVRIN_POLYGON& polygon, TriangleIndices& triangles);
 
 /// As above, appending to `triangles`; -1 for a null list. May throw std::bad_alloc from
 /// the list.

@@ -2,6 +2,7 @@
 
 #include "geometry/LineGeometry.h"
 #include "geometry/PixelMath.h"
+#include "geometry/VertexReach.h"
 
 #include <algorithm>
 
@@ -74,11 +75,16 @@ bool BrokenLine::IsNearPoint(Point& p)
 {
     const unsigned int n = m_polyline.count;
     // The closing edge back to the first vertex is tested too: hit-tested as if closed.
+    // Each edge is tested as a Line of its two ends would test itself: one holding a
+    // non-finite end holds (0, 0) twice instead.
+    const tagTAVRIN_POINT cursor{p.Rx(), p.Ry()};
     for (unsigned int i = 0; i < n; ++i) {
         tagTAVRIN_POINT ends[2] = {m_polyline.points[i], m_polyline.points[(i + 1) % n]};
-        Line edge(ends, 2);
-        edge.SetWndSize(m_wndWidth, m_wndHeight);
-        if (edge.IsNearPoint(p)) {
+        if (!geometry::allFinite(ends, 2)) {
+            ends[0] = tagTAVRIN_POINT{0.0f, 0.0f};
+            ends[1] = tagTAVRIN_POINT{0.0f, 0.0f};
+        }
+        if (geometry::segmentHit(ends[0], ends[1], cursor, m_wndWidth, m_wndHeight)) {
             return true;
         }
     }
@@ -89,11 +95,9 @@ bool BrokenLine::CheckSelected(Point& p) { return IsNearPoint(p); }
 
 unsigned int BrokenLine::CheckPointSelected(tagTAVRIN_POINT& p)
 {
-    Point cursor(&p);
     // The first vertex near the cursor wins.
     for (unsigned int i = 0; i < m_polyline.count; ++i) {
-        Point vertex(&m_polyline.points[i]);
-        if (vertex.IsNearPoint(cursor)) {
+        if (geometry::vertexWithinReach(m_polyline.points[i], p)) {
             return i + 1;
         }
     }

@@ -12,6 +12,28 @@ namespace {
 const int kDiscVertices = 1024;
 const float kDiscStep = 0.0061359233f;  // 2 pi / 1024 as a single-precision constant
 
+// The cosine and sine of every disc angle, computed once with the very calls a disc
+// would make for itself: each disc then costs its vertices and no trigonometry.
+struct DiscAngles {
+    float cosine[kDiscVertices];
+    float sine[kDiscVertices];
+
+    DiscAngles()
+    {
+        for (int i = 0; i < kDiscVertices; ++i) {
+            const float a = static_cast<float>(i) * kDiscStep;
+            cosine[i] = std::cos(a);
+            sine[i] = std::sin(a);
+        }
+    }
+};
+
+const DiscAngles& discAngles()
+{
+    static const DiscAngles angles;
+    return angles;
+}
+
 }  // namespace
 
 Circle::Circle() : m_radius(0.0f) {}
@@ -72,10 +94,10 @@ void Circle::Draw(void* context, int width, int height, bool flag)
     // than wide) the disc is left out.
     if (std::isfinite(std::fabs(cx) + std::fabs(rx)) &&
         std::isfinite(std::fabs(cy) + std::fabs(ry))) {
+        const DiscAngles& angles = discAngles();
         glBegin(GL_POLYGON);
         for (int i = 0; i < kDiscVertices; ++i) {
-            const float a = static_cast<float>(i) * kDiscStep;
-            glVertex2f(rx * std::cos(a) + cx, ry * std::sin(a) + cy);
+            glVertex2f(rx * angles.cosine[i] + cx, ry * angles.sine[i] + cy);
         }
         glEnd();
     }

@@ -4,6 +4,8 @@
 #include "geometry/PixelMath.h"
 #include "geometry/PolygonGeometry.h"
 
+#include <cstring>
+
 namespace Tavrin {
 
 GraphMeta::GraphMeta()
@@ -72,6 +74,35 @@ void GraphMeta::drawHandle(const tagTAVRIN_POINT& at, bool active)
     handle.SetColors(m_colors[0], m_colors[1], m_colors[2], m_colors[3]);
     handle.SetObjStatus(active ? TAVRIN_OBJ_STATUS_SELECTED : TAVRIN_OBJ_STATUS_HIGHLIGHTED);
     handle.Draw(nullptr, m_wndWidth, m_wndHeight, true);
+}
+
+int GraphMeta::fillTriangles(const tagTAVRIN_POLYGON& outline, FillCut& cut)
+{
+    const int n = outline.count;
+    if (n < 0 || n > 20) {
+        return 0;
+    }
+    const std::size_t bytes = static_cast<std::size_t>(n) * sizeof(tagTAVRIN_POINT);
+    // Bitwise: the cut depends on nothing but these bits.
+    if (cut.count == n && std::memcmp(cut.points, outline.points, bytes) == 0) {
+        return cut.triangles;
+    }
+    geometry::TriangleIndices triangles;
+    geometry::splitPolygonIndices(outline, triangles);
+    cut.count = n;
+    std::memcpy(cut.points, outline.points, bytes);
+    cut.triangles = triangles.count;
+    std::memcpy(cut.corners, triangles.corners,
+                static_cast<std::size_t>(triangles.count) * sizeof cut.corners[0]);
+    return cut.triangles;
+}
+
+void GraphMeta::fillTriangle(const tagTAVRIN_POLYGON& outline, const FillCut& cut, int index,
+                             tagTAVRIN_POINT (&corners)[3])
+{
+    for (int k = 0; k < 3; ++k) {
+        corners[k] = outline.points[cut.corners[index][k]];
+    }
 }
 
 bool GraphMeta::CheckLineCrossDetect(tagTAVRIN_POINT a, tagTAVRIN_POINT b, tagTAVRIN_POINT c,

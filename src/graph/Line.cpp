@@ -2,6 +2,7 @@
 
 #include "geometry/LineGeometry.h"
 #include "geometry/PixelMath.h"
+#include "geometry/VertexReach.h"
 
 #include <algorithm>
 
@@ -160,12 +161,10 @@ bool Line::CheckSelected(Point& p)
 
 unsigned int Line::CheckPointSelected(tagTAVRIN_POINT& p)
 {
-    Point cursor(&p);
     unsigned int selected = 0;
     // Tested in order, so p2 wins when both end points are near.
     for (unsigned int i = 0; i < 2; ++i) {
-        Point end(&m_points[i]);
-        if (end.IsNearPoint(cursor)) {
+        if (geometry::vertexWithinReach(m_points[i], p)) {
             selected = i + 1;
         }
     }

@@ -7,7 +7,6 @@
 #include "graph/LineEmit.h"
 
 #include <algorithm>
-#include <list>
 
 namespace Tavrin {
 
@@ -102,14 +101,15 @@ void Line::fillArrowBar(const tagTAVRIN_POINT* outline, int count)
     tagTAVRIN_POLYGON polygon{};
     polygon.count = count;
     std::copy(outline, outline + count, polygon.points);
-    std::list<tagTAVRIN_TRIANGLE_> triangles;
-    SplitPolygon(polygon, &triangles);
+    const int triangles = fillTriangles(polygon, m_fillCut);
     // Only a complete triangulation is filled.
-    if (static_cast<int>(triangles.size()) != count - 2) {
+    if (triangles != count - 2) {
         return;
     }
-    for (const tagTAVRIN_TRIANGLE_& triangle : triangles) {
-        gl::emit(GL_POLYGON, triangle.points, 3);
+    for (int i = 0; i < triangles; ++i) {
+        tagTAVRIN_POINT corners[3];
+        fillTriangle(polygon, m_fillCut, i, corners);
+        gl::emit(GL_POLYGON, corners, 3);
     }
 }
 

@@ -1,6 +1,7 @@
 #include <Tavrin/Point.h>
 
 #include "geometry/PixelMath.h"
+#include "geometry/VertexReach.h"
 #include "graph/GlRender.h"
 
 #include <cmath>
@@ -45,13 +46,7 @@ bool Point::GetPoints(tagTAVRIN_POINT* points, unsigned int* count)
     return true;
 }
 
-bool Point::IsNearPoint(Point& p)
-{
-    const float dx = m_point.x - p.m_point.x;
-    const float dy = m_point.y - p.m_point.y;
-    const float d = std::sqrt(dx * dx + dy * dy);
-    return static_cast<double>(d) < 0.02;
-}
+bool Point::IsNearPoint(Point& p) { return geometry::vertexWithinReach(m_point, p.m_point); }
 
 bool Point::Move(tagTAVRIN_POINT& from, tagTAVRIN_POINT& to)
 {

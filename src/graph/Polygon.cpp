@@ -2,6 +2,7 @@
 
 #include "geometry/PixelMath.h"
 #include "geometry/PolygonGeometry.h"
+#include "geometry/VertexReach.h"
 #include "graph/GlRender.h"
 
 #include <cmath>
@@ -130,11 +131,9 @@ bool Polygon::CheckSelected(Point& p)
 
 unsigned int Polygon::CheckPointSelected(tagTAVRIN_POINT& p)
 {
-    Point cursor(&p);
     // The lowest index wins, deliberately, not the nearest vertex.
     for (unsigned int i = 0; i < m_pointCount; ++i) {
-        Point vertex(&m_points[i]);
-        if (vertex.IsNearPoint(cursor)) {
+        if (geometry::vertexWithinReach(m_points[i], p)) {
             return i + 1;
         }
     }
@@ -224,14 +223,14 @@ void Polygon::drawFill(unsigned int color)
     tagTAVRIN_POLYGON record;
     record.count = static_cast<int>(m_pointCount);
     std::memcpy(record.points, m_points, sizeof record.points);
-    geometry::TriangleBuffer triangles;
-    geometry::splitPolygon(record, triangles);
+    const int triangles = fillTriangles(record, m_fillCut);
     // A self-crossing or degenerate polygon cuts into fewer triangles: no fill at all.
-    if (triangles.count != record.count - 2) {
+    if (triangles != record.count - 2) {
         return;
     }
-    for (int i = 0; i < triangles.count; ++i) {
-        const tagTAVRIN_POINT* corners = triangles.items[i].points;
+    for (int i = 0; i < triangles; ++i) {
+        tagTAVRIN_POINT corners[3];
+        fillTriangle(record, m_fillCut, i, corners);
         gl::emit(GL_POLYGON, corners, 3);
         // Opaque triangles get their outline too, so no seams show between them.
         if (m_viewOpaque) {

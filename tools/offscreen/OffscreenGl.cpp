@@ -89,6 +89,22 @@ bool OffscreenGl::create(int width, int height)
     return true;
 }
 
+bool OffscreenGl::makeCurrent()
+{
+    if (m_context == nullptr) {
+        return false;
+    }
+    return eglMakeCurrent(static_cast<EGLDisplay>(m_display), static_cast<EGLSurface>(m_surface),
+                          static_cast<EGLSurface>(m_surface), static_cast<EGLContext>(m_context)) == EGL_TRUE;
+}
+
+void OffscreenGl::release()
+{
+    if (m_display != nullptr) {
+        eglMakeCurrent(static_cast<EGLDisplay>(m_display), EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
+    }
+}
+
 void OffscreenGl::clear(float r, float g, float b, float a)
 {
     glViewport(0, 0, m_width, m_height);

@@ -23,6 +23,10 @@ public:
     /// with `error()` set, when EGL or the driver cannot provide them.
     bool create(int width, int height);
     const std::string& error() const { return m_error; }
+    /// Makes the context current again (after another context was), or releases it so
+    /// that a context of another API can become current on this thread.
+    bool makeCurrent();
+    void release();
     int width() const { return m_width; }
     int height() const { return m_height; }
 
