@@ -7,6 +7,7 @@
 
 #include <climits>
 #include <cmath>
+#include <limits>
 
 namespace Tavrin {
 namespace geometry {
@@ -99,6 +100,67 @@ void leftToRight(const tagTAVRIN_POINT& p1, const tagTAVRIN_POINT& p2, tagTAVRIN
     }
 }
 
+namespace {
+
+// A double narrowed to float without undefined behaviour: beyond the float range it
+// gives the infinity of its sign, as the hardware conversion does.
+float toFloat(double v)
+{
+    const double limit = std::numeric_limits<float>::max();
+    if (v > limit) {
+        return std::numeric_limits<float>::infinity();
+    }
+    if (v < -limit) {
+        return -std::numeric_limits<float>::infinity();
+    }
+    return static_cast<float>(v);
+}
+
+float toFloatInRange(double v)
+{
+    const double limit = std::numeric_limits<float>::max();
+    return static_cast<float>(v > limit ? limit : (v < -limit ? -limit : v));
+}
+
+// segmentFromLeftEnd for end points so far apart that their single-precision
+// differences overflow: the same construction carried out in double. Every result lies
+// between the end points, so it fits a float again. When even the lengths overflowed
+// (they are not finite), the segment is taken as negligible against the line: both
+// points at the left end point.
+void wideSegmentFromLeftEnd(const tagTAVRIN_POINT& p1, const tagTAVRIN_POINT& p2,
+                            const tagTAVRIN_POINT& left, double lineLength, double length,
+                            tagTAVRIN_POINT out[2])
+{
+    const double dx = static_cast<double>(p2.x) - p1.x;
+    const double dy = static_cast<double>(p2.y) - p1.y;
+    const double from = (lineLength - length) / (2.0 * lineLength);
+    const double to = (lineLength + length) / (2.0 * lineLength);
+    if (!std::isfinite(from) || !std::isfinite(to)) {
+        out[0] = left;
+        out[1] = left;
+        return;
+    }
+    double firstX = p1.x + from * dx;
+    double firstY = p1.y + from * dy;
+    double secondX = p1.x + to * dx;
+    double secondY = p1.y + to * dy;
+    if (secondX >= firstX) {
+        secondX += left.x - firstX;
+        secondY += left.y - firstY;
+        firstX = left.x;
+        firstY = left.y;
+    } else {
+        firstX += left.x - secondX;
+        firstY += left.y - secondY;
+        secondX = left.x;
+        secondY = left.y;
+    }
+    out[0] = {toFloatInRange(firstX), toFloatInRange(firstY)};
+    out[1] = {toFloatInRange(secondX), toFloatInRange(secondY)};
+}
+
+}  // namespace
+
 void segmentFromLeftEnd(const tagTAVRIN_POINT& p1, const tagTAVRIN_POINT& p2, double lineLength,
                         double length, tagTAVRIN_POINT out[2])
 {
@@ -115,8 +177,8 @@ void segmentFromLeftEnd(const tagTAVRIN_POINT& p1, const tagTAVRIN_POINT& p2, do
     const double dy = p2.y - p1.y;
     const double from = (lineLength - length) / (2.0 * lineLength);
     const double to = (lineLength + length) / (2.0 * lineLength);
-    tagTAVRIN_POINT first{static_cast<float>(p1.x + from * dx), static_cast<float>(p1.y + from * dy)};
-    tagTAVRIN_POINT second{static_cast<float>(p1.x + to * dx), static_cast<float>(p1.y + to * dy)};
+    tagTAVRIN_POINT first{toFloat(p1.x + from * dx), toFloat(p1.y + from * dy)};
+    tagTAVRIN_POINT second{toFloat(p1.x + to * dx), toFloat(p1.y + to * dy)};
     // ... then slid along it so that its leftmost point sits on the left end point.
     if (second.x >= first.x) {
         second.x += left.x - first.x;
@@ -126,6 +188,10 @@ void segmentFromLeftEnd(const tagTAVRIN_POINT& p1, const tagTAVRIN_POINT& p2, do
         first.x += left.x - second.x;
         first.y += left.y - second.y;
         second = left;
+    }
+    if (!isFinite(first) || !isFinite(second)) {
+        wideSegmentFromLeftEnd(p1, p2, left, lineLength, length, out);
+        return;
     }
     out[0] = first;
     out[1] = second;

@@ -50,7 +50,9 @@ void leftToRight(const tagTAVRIN_POINT& p1, const tagTAVRIN_POINT& p2, tagTAVRIN
 /// A segment of `length` on the line p1-p2 (whose own length, in the same units, is
 /// `lineLength`): first centred on the line, then slid along it so that it starts at the
 /// left end point. A `lineLength` of 0 (coincident end points, or no view when the
-/// lengths are in pixels) gives both points at the left end point.
+/// lengths are in pixels) gives both points at the left end point. End points so far
+/// apart that single precision overflows are handled in double; when even the lengths
+/// are not finite, both points are at the left end point.
 void segmentFromLeftEnd(const tagTAVRIN_POINT& p1, const tagTAVRIN_POINT& p2, double lineLength,
                         double length, tagTAVRIN_POINT out[2]);
 

@@ -79,6 +79,17 @@ TEST(LineGeometryCalibration, SegmentsFeetAndArrowEnds)
     g::segmentFromLeftEnd(pt(0.6f, 0.5f), pt(0.6f, 0.5f), 0.0, 0.0, out);  // no length
     EXPECT_POINT_NEAR(out[0], 0.6f, 0.5f, 0.0);
     EXPECT_POINT_NEAR(out[1], 0.6f, 0.5f, 0.0);
+    // End points whose difference overflows single precision: the segment is built in
+    // double and stays between them; with an infinite line length it shrinks onto the
+    // left end point.
+    g::segmentFromLeftEnd(pt(3e38f, 0.5f), pt(-3e38f, 0.5f), 6e38, 3e38, out);
+    EXPECT_NEAR(out[0].x, 0.0f, 1e32f);
+    EXPECT_EQ(out[0].y, 0.5f);
+    EXPECT_POINT_NEAR(out[1], -3e38f, 0.5f, 0.0);
+    g::segmentFromLeftEnd(pt(-3e38f, 0.5f), pt(3e38f, 0.1f),
+                          std::numeric_limits<double>::infinity(), 100.0, out);
+    EXPECT_POINT_NEAR(out[0], -3e38f, 0.5f, 0.0);
+    EXPECT_POINT_NEAR(out[1], -3e38f, 0.5f, 0.0);
     // An exactly horizontal line projects onto y1 even when it is very short; a short
     // line with any rise counts as vertical.
     EXPECT_POINT_NEAR(g::footOnLine(pt(0.5f, 0.5f), pt(0.50005f, 0.5f), pt(0.7f, 0.1f)), 0.7f,
