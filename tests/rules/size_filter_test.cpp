@@ -5,6 +5,7 @@
 #include <atomic>
 #include <cmath>
 #include <limits>
+#include <ostream>
 #include <random>
 #include <thread>
 
@@ -98,6 +99,9 @@ struct SchemeRow {
     unsigned int colour;
     float width;
 };
+
+// Printed by name: the row's padding bytes are never read.
+void PrintTo(const SchemeRow& row, std::ostream* os) { *os << row.name; }
 
 class SizeFilterScheme : public SizeFilterTest, public ::testing::WithParamInterface<SchemeRow> {};
 
