@@ -4,6 +4,7 @@
 #include <Tavrin/Lane.h>
 
 #include <limits>
+#include <ostream>
 
 using Tavrin::ITCLine;
 using Tavrin::Lane;
@@ -88,6 +89,9 @@ struct ItcColourRow {
     unsigned int colour;
     std::size_t markers;
 };
+
+// Printed by name: the row's padding bytes are never read.
+void PrintTo(const ItcColourRow& row, std::ostream* os) { *os << row.name; }
 
 class ITCLineColours : public ITCLineTest, public ::testing::WithParamInterface<ItcColourRow> {};
 
