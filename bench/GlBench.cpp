@@ -253,34 +253,33 @@ bool useQtGl(benchmark::State& state, bool forLibrary)
 
 // ---- benchmarks ---------------------------------------------------------------------
 
-void BM_MesaLibrary(benchmark::State& state)
+// Frames of one kind in the current context, each ending in glFinish, after one frame
+// that warms the context up.
+template <class Frame>
+void finishedFrames(benchmark::State& state, Frames& f, bool current, Frame frame)
 {
-    Frames& f = frames(static_cast<int>(state.range(0)));
-    if (!useEgl(state)) {
+    if (!current) {
         return;
     }
-    f.scene->draw();
+    frame();
     glFinish();
     for (auto _ : state) {
-        f.scene->draw();
+        frame();
         glFinish();
     }
     countVertices(state, f);
 }
 
+void BM_MesaLibrary(benchmark::State& state)
+{
+    Frames& f = frames(static_cast<int>(state.range(0)));
+    finishedFrames(state, f, useEgl(state), [&f] { f.scene->draw(); });
+}
+
 void BM_MesaFloor(benchmark::State& state)
 {
     Frames& f = frames(static_cast<int>(state.range(0)));
-    if (!useEgl(state)) {
-        return;
-    }
-    replay(f.calls, f.lists);
-    glFinish();
-    for (auto _ : state) {
-        replay(f.calls, f.lists);
-        glFinish();
-    }
-    countVertices(state, f);
+    finishedFrames(state, f, useEgl(state), [&f] { replay(f.calls, f.lists); });
 }
 
 // Library and floor frames alternating in one loop, each timed on its own: drift of the
@@ -349,31 +348,13 @@ void BM_QPainterRaster(benchmark::State& state)
 void BM_QtGlLibrary(benchmark::State& state)
 {
     Frames& f = frames(static_cast<int>(state.range(0)));
-    if (!useQtGl(state, true)) {
-        return;
-    }
-    f.scene->draw();
-    glFinish();
-    for (auto _ : state) {
-        f.scene->draw();
-        glFinish();
-    }
-    countVertices(state, f);
+    finishedFrames(state, f, useQtGl(state, true), [&f] { f.scene->draw(); });
 }
 
 void BM_QtGlFloor(benchmark::State& state)
 {
     Frames& f = frames(static_cast<int>(state.range(0)));
-    if (!useQtGl(state, true)) {
-        return;
-    }
-    replay(f.calls, f.lists);
-    glFinish();
-    for (auto _ : state) {
-        replay(f.calls, f.lists);
-        glFinish();
-    }
-    countVertices(state, f);
+    finishedFrames(state, f, useQtGl(state, true), [&f] { replay(f.calls, f.lists); });
 }
 
 void BM_QPainterGl(benchmark::State& state)
