@@ -2,11 +2,8 @@
 
 #include <Tavrin/SizeFilter.h>
 
-#include <atomic>
 #include <cmath>
 #include <limits>
-#include <random>
-#include <thread>
 
 using Tavrin::SizeFilter;
 
@@ -17,12 +14,6 @@ const unsigned int kGreen = 0x00cc00;
 const unsigned int kRed = 0xff0000;
 const unsigned int kLabelNormal = 0x285ea6;
 const unsigned int kLabelSelected = 0xd90db0;
-
-/// Corners 0-1 share y, 1-2 share x, 2-3 share y, 3-0 share x.
-bool isAxisParallelRectangle(const tagTAVRIN_POINT* c)
-{
-    return c[0].y == c[1].y && c[1].x == c[2].x && c[2].y == c[3].y && c[3].x == c[0].x;
-}
 
 }  // namespace
 
@@ -270,69 +261,4 @@ TEST_F(SizeFilterTest, SquareWithoutAViewSizeGetsNoNonFiniteCorner)
         }
     }
     EXPECT_GL_STATE_CLEAN();
-}
-
-TEST_F(SizeFilterTest, LockedOperationsKeepTheRectangleWholeAcrossThreads)
-{
-    const int kThreads = 4;
-    const int kIterations = 1000;
-    SizeFilter* filter = rectangleFilter();
-    filter->SetSelPointIndex(1);
-    std::atomic<int> torn{0};
-    std::atomic<int> reads{0};
-    std::atomic<int> ready{0};
-    auto worker = [&](unsigned int seed) {
-        // Start together, so the threads' edits overlap as much as they can.
-        ++ready;
-        while (ready.load() < kThreads) {
-            std::this_thread::yield();
-        }
-        std::minstd_rand rng(seed);
-        std::uniform_real_distribution<float> coord(0.1f, 0.9f);
-        std::uniform_real_distribution<float> step(-0.05f, 0.05f);
-        for (int i = 0; i < kIterations; ++i) {
-            tagTAVRIN_POINT a = pt(coord(rng), coord(rng));
-            tagTAVRIN_POINT b = pt(coord(rng), coord(rng));
-            switch (i % 4) {
-            case 0:
-                filter->SetDiagonal(a, b);
-                break;
-            case 1: {
-                tagTAVRIN_POINT c[4] = {a, pt(b.x, a.y), b, pt(a.x, b.y)};
-                filter->SetPoints(c, 4);
-                break;
-            }
-            case 2: {
-                tagTAVRIN_POINT to = pt(a.x + step(rng), a.y + step(rng));
-                filter->Move(a, to);
-                break;
-            }
-            default: {
-                tagTAVRIN_POINT to = pt(a.x + step(rng), a.y + step(rng));
-                filter->MovePoint(a, to);
-                break;
-            }
-            }
-            tagTAVRIN_POINT out[20];
-            unsigned int count = 0;
-            if (filter->GetPoints(out, &count)) {
-                ++reads;
-                if (count != 4 || !isAxisParallelRectangle(out)) {
-                    ++torn;
-                }
-            }
-        }
-    };
-    std::vector<std::thread> threads;
-    for (int t = 0; t < kThreads; ++t) {
-        threads.emplace_back(worker, 17u + static_cast<unsigned int>(t));
-    }
-    for (std::thread& t : threads) {
-        t.join();
-    }
-    EXPECT_EQ(reads.load(), kThreads * kIterations);
-    EXPECT_EQ(torn.load(), 0);
-    const std::vector<tagTAVRIN_POINT> c = points(filter);
-    ASSERT_EQ(c.size(), 4u);
-    EXPECT_TRUE(isAxisParallelRectangle(c.data()));
 }
