@@ -93,9 +93,7 @@ TEST_F(BehaviorCaliTest, HeadUsesTheVerticesOfTheLastDraw)
 {
     setHorizontal(*cali);
     cali->SetSelPointIndex(2);
-    tagTAVRIN_POINT from = pt(0.6f, 0.5f);
-    tagTAVRIN_POINT to = pt(0.4f, 0.3f);  // end 2 to (0.4, 0.3): k = -1
-    cali->MovePoint(from, to);
+    dragVertex(*cali, pt(0.6f, 0.5f), pt(0.4f, 0.3f));  // end 2 to (0.4, 0.3): k = -1
     cali->SetWndSize(1000, 1000);
     EXPECT_EQ(headPixels(*cali, pt(0.2f, 0.5f)), (std::vector<int>{200, 484, 200, 516}));
     cali->Draw(nullptr, 1000, 1000, true);
@@ -212,14 +210,12 @@ TEST_F(BehaviorCaliTest, EditsAndHitTestsGoToTheLine)
     EXPECT_FALSE(hits(*check, pt(0.4f, 0.6f)));
     EXPECT_EQ(vertexAt(*check, pt(0.61f, 0.5f)), 2u);
     tagTAVRIN_POINT from = pt(0.5f, 0.5f);
-    tagTAVRIN_POINT to = pt(0.5f, 0.4f);
-    check->Move(from, to);
+    drag(*check, from, pt(0.5f, 0.4f));
     tagTAVRIN_POINT out[10];
     unsigned int count = 0;
     ASSERT_TRUE(check->GetPoints(out, &count));
     EXPECT_POINT_NEAR(out[0], 0.2f, 0.4f, 1e-6);
-    tagTAVRIN_POINT outside = pt(0.5f, 1.2f);
-    check->Move(from, outside);
+    drag(*check, from, pt(0.5f, 1.2f));
     ASSERT_TRUE(check->GetPoints(out, &count));
     EXPECT_POINT_NEAR(out[0], 0.2f, 0.4f, 1e-6);
 }

@@ -162,10 +162,9 @@ TEST_F(ItsCaliTest, EditsGoToThePolygon)
     EXPECT_EQ(its->GetSelPointIndex(), 3u);
     tagTAVRIN_POINT from = pt(0.5f, 0.5f);
     tagTAVRIN_POINT to = pt(0.6f, 0.5f);
-    its->MovePoint(from, to);
-    its->Move(from, to);
-    tagTAVRIN_POINT tooFar = pt(0.5f, 1.0f);
-    its->Move(from, tooFar);
+    dragVertex(*its, from, to);
+    drag(*its, from, to);
+    drag(*its, from, pt(0.5f, 1.0f));
     tagTAVRIN_POINT out[10];
     unsigned int count = 0;
     ASSERT_TRUE(its->GetPoints(out, &count));

@@ -168,8 +168,8 @@ TEST_F(PupilDistanceTest, EditsGoToTheLine)
     EXPECT_EQ(pupils->GetSelPointIndex(), 2u);
     tagTAVRIN_POINT from = pt(0.5f, 0.5f);
     tagTAVRIN_POINT to = pt(0.5f, 0.6f);
-    pupils->MovePoint(from, to);
-    pupils->Move(from, to);
+    dragVertex(*pupils, from, to);
+    drag(*pupils, from, to);
     tagTAVRIN_POINT out[2];
     unsigned int count = 0;
     ASSERT_TRUE(pupils->GetPoints(out, &count));

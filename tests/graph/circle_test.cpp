@@ -77,10 +77,8 @@ TEST(CircleMove, SameBoundsAsAPoint)
 {
     Circle c = circleAt(0.5f, 0.5f);
     tagTAVRIN_POINT from = pt(0.5f, 0.5f);
-    tagTAVRIN_POINT out = pt(0.5f, 1.2f);
-    tagTAVRIN_POINT in = pt(0.5f, 1.0f);
-    EXPECT_FALSE(c.Move(from, out));
-    EXPECT_TRUE(c.Move(from, in));
+    EXPECT_FALSE(drag(c, from, pt(0.5f, 1.2f)));
+    EXPECT_TRUE(drag(c, from, pt(0.5f, 1.0f)));
     EXPECT_FLOAT_EQ(c.Ry(), 1.0f);
 }
 

@@ -168,7 +168,7 @@ TEST_F(FarCoordinates, RectangleCornerDragIsRefusedWhenANeighbourWouldOverflow)
     rectangle.SetSelPointIndex(1);
     tagTAVRIN_POINT from = pt(0.0f, 0.5f);
     tagTAVRIN_POINT to = pt(3e38f, 0.5f);
-    rectangle.MovePoint(from, to);
+    dragVertex(rectangle, from, to);
     tagTAVRIN_POINT out[20];
     unsigned int count = 0;
     ASSERT_TRUE(rectangle.GetPoints(out, &count));
@@ -181,7 +181,7 @@ TEST_F(FarCoordinates, RectangleCornerDragIsRefusedWhenANeighbourWouldOverflow)
     // The same drag with a neighbour that stays finite goes through, unclamped.
     v[3] = pt(1.0f, 0.6f);
     ASSERT_TRUE(rectangle.SetPoints(v, 4));
-    rectangle.MovePoint(from, to);
+    dragVertex(rectangle, from, to);
     ASSERT_TRUE(rectangle.GetPoints(out, &count));
     EXPECT_EQ(out[0].x, 0.0f);
     EXPECT_EQ(out[3].x, 3e38f);
@@ -197,7 +197,7 @@ TEST_F(FarCoordinates, LineDragIsRefusedWhenAnArrowPointWouldOverflow)
     ASSERT_TRUE(line.SetArrowPoints(arrowStart, arrowEnd));
     tagTAVRIN_POINT from = pt(0.0f, 0.5f);
     tagTAVRIN_POINT to = pt(3e38f, 0.5f);
-    line.Move(from, to);
+    drag(line, from, to);
     tagTAVRIN_POINT out[2];
     unsigned int count = 0;
     ASSERT_TRUE(line.GetPoints(out, &count));
@@ -211,7 +211,7 @@ TEST_F(FarCoordinates, LineDragIsRefusedWhenAnArrowPointWouldOverflow)
     // With the arrow inside the picture the same drag moves all four points.
     arrowStart = pt(0.5f, 0.5f);
     ASSERT_TRUE(line.SetArrowPoints(arrowStart, arrowEnd));
-    line.Move(from, to);
+    drag(line, from, to);
     ASSERT_TRUE(line.GetPoints(out, &count));
     EXPECT_EQ(out[0].x, 0.0f);
     ASSERT_TRUE(line.GetArrowPoints(&a, &b));

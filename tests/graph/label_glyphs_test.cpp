@@ -1,5 +1,5 @@
-// A Label's text with text rendering off and on: the same calls but for the glyphs,
-// which come between the display list's reservation and release in the label's colour.
+// A Label's text with text rendering on: the calls of label_test's draws, and the glyphs
+// between the display list's reservation and release in the label's colour.
 #include "support/FontSource.h"
 #include "support/GlTest.h"
 
@@ -54,14 +54,6 @@ protected:
 };
 
 }  // namespace
-
-TEST_P(LabelGlyphs, OffDrawsTheTextCallsWithoutGlyphs)
-{
-    Label label = zoneLabel(GetParam().status);
-    label.Draw(nullptr, 640, 480, true);
-    EXPECT_EQ(recorded().sequence(), labelCalls(colorCall(), {}));
-    EXPECT_GL_STATE_CLEAN();
-}
 
 TEST_P(LabelGlyphs, OnDrawsTheTextInsideTheBoxInTheLabelColour)
 {

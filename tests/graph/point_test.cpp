@@ -106,16 +106,13 @@ TEST(PointMove, StaysInsideThePictureEdgesIncluded)
 {
     Point p = at(0.5f, 0.5f);
     tagTAVRIN_POINT from = pt(0.5f, 0.5f);
-    tagTAVRIN_POINT tooFar = pt(1.1f, 0.5f);
-    tagTAVRIN_POINT edge = pt(1.0f, 0.5f);
-    EXPECT_FALSE(p.Move(from, tooFar));
+    EXPECT_FALSE(drag(p, from, pt(1.1f, 0.5f)));
     EXPECT_FLOAT_EQ(p.Rx(), 0.5f);
-    EXPECT_TRUE(p.Move(from, edge));
+    EXPECT_TRUE(drag(p, from, pt(1.0f, 0.5f)));
     EXPECT_FLOAT_EQ(p.Rx(), 1.0f);
 
     Point q = at(0.1f, 0.1f);
-    tagTAVRIN_POINT up = pt(0.5f, 0.3f);  // dy = -0.2
-    EXPECT_FALSE(q.Move(from, up));
+    EXPECT_FALSE(drag(q, from, pt(0.5f, 0.3f)));  // dy = -0.2
     EXPECT_FLOAT_EQ(q.Ry(), 0.1f);
 }
 
@@ -124,10 +121,9 @@ TEST(PointMove, NonFiniteDragIsRefused)
     Point p = at(0.5f, 0.5f);
     tagTAVRIN_POINT from = pt(0.5f, 0.5f);
     tagTAVRIN_POINT nan = pt(std::numeric_limits<float>::quiet_NaN(), 0.5f);
-    tagTAVRIN_POINT inf = pt(0.5f, std::numeric_limits<float>::infinity());
-    EXPECT_FALSE(p.Move(from, nan));
-    EXPECT_FALSE(p.Move(from, inf));
-    EXPECT_FALSE(p.Move(nan, from));
+    EXPECT_FALSE(drag(p, from, nan));
+    EXPECT_FALSE(drag(p, from, pt(0.5f, std::numeric_limits<float>::infinity())));
+    EXPECT_FALSE(drag(p, nan, from));
     EXPECT_FLOAT_EQ(p.Rx(), 0.5f);
     EXPECT_FLOAT_EQ(p.Ry(), 0.5f);
 }

@@ -50,14 +50,12 @@ TEST_F(SizeFilterTest, HostDrivesARectangleFilter)
     filter->SetLabelText(name, 6);
 
     tagTAVRIN_POINT grab = pt(0.21f, 0.3f);
-    EXPECT_EQ(filter->CheckPointSelected(grab), 1u);
+    EXPECT_EQ(vertexAt(*filter, grab), 1u);
     filter->SetSelPointIndex(1);
-    tagTAVRIN_POINT drop = pt(0.31f, 0.4f);
-    filter->MovePoint(grab, drop);
+    dragVertex(*filter, grab, pt(0.31f, 0.4f));
     tagTAVRIN_POINT inside = pt(0.4f, 0.5f);
-    EXPECT_TRUE(filter->CheckSelected(inside));
-    tagTAVRIN_POINT to = pt(0.45f, 0.5f);
-    filter->Move(inside, to);
+    EXPECT_TRUE(hits(*filter, inside));
+    drag(*filter, inside, pt(0.45f, 0.5f));
 
     const std::vector<tagTAVRIN_POINT> c = points(filter);
     ASSERT_EQ(c.size(), 4u);
