@@ -5,7 +5,6 @@
 #include <Tavrin/BrokenLine.h>
 
 #include <algorithm>
-#include <limits>
 #include <vector>
 
 using Tavrin::BrokenLine;
@@ -47,7 +46,7 @@ TEST(BrokenLineStorage, TenVerticesAtMostARefusalEmptiesIt)
     EXPECT_TRUE(vertices(line).empty());
     EXPECT_TRUE(line.IsNull());
     EXPECT_TRUE(line.SetPoints(points, 2));
-    points[1].y = std::numeric_limits<float>::quiet_NaN();
+    points[1].y = kNaN;
     EXPECT_FALSE(line.SetPoints(points, 2));
     EXPECT_TRUE(line.IsNull());
     EXPECT_FALSE(line.SetPoints(nullptr, 2));

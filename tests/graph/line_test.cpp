@@ -2,15 +2,12 @@
 
 #include <Tavrin/Line.h>
 
-#include <limits>
 
 using Tavrin::Line;
 using Tavrin::Point;
 
 namespace {
 
-const float kNaN = std::numeric_limits<float>::quiet_NaN();
-const float kInf = std::numeric_limits<float>::infinity();
 
 Line lineOf(tagTAVRIN_POINT a, tagTAVRIN_POINT b, int width = 1000, int height = 1000)
 {

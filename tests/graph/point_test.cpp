@@ -3,7 +3,6 @@
 #include <Tavrin/Point.h>
 
 #include <cmath>
-#include <limits>
 
 using Tavrin::Point;
 
@@ -66,10 +65,7 @@ TEST(PointStorage, SetPointsTakesTheFirstEntryAndRefusesMore)
 TEST(PointStorage, NonFiniteCoordinatesAreRefused)
 {
     Point p = at(0.25f, 0.75f);
-    const float bad[] = {std::numeric_limits<float>::quiet_NaN(),
-                         std::numeric_limits<float>::infinity(),
-                         -std::numeric_limits<float>::infinity()};
-    for (float v : bad) {
+    for (float v : {kNaN, kInf, -kInf}) {
         tagTAVRIN_POINT q[1] = {pt(v, 0.5f)};
         EXPECT_FALSE(p.SetPoints(q, 1));
         q[0] = pt(0.5f, v);
@@ -120,9 +116,9 @@ TEST(PointMove, NonFiniteDragIsRefused)
 {
     Point p = at(0.5f, 0.5f);
     tagTAVRIN_POINT from = pt(0.5f, 0.5f);
-    tagTAVRIN_POINT nan = pt(std::numeric_limits<float>::quiet_NaN(), 0.5f);
+    tagTAVRIN_POINT nan = pt(kNaN, 0.5f);
     EXPECT_FALSE(drag(p, from, nan));
-    EXPECT_FALSE(drag(p, from, pt(0.5f, std::numeric_limits<float>::infinity())));
+    EXPECT_FALSE(drag(p, from, pt(0.5f, kInf)));
     EXPECT_FALSE(drag(p, nan, from));
     EXPECT_FLOAT_EQ(p.Rx(), 0.5f);
     EXPECT_FLOAT_EQ(p.Ry(), 0.5f);

@@ -4,15 +4,12 @@
 #include <Tavrin/Polygon.h>
 
 #include <cmath>
-#include <limits>
 
 using Tavrin::Point;
 using Tavrin::Polygon;
 
 namespace {
 
-const float kNaN = std::numeric_limits<float>::quiet_NaN();
-const float kInf = std::numeric_limits<float>::infinity();
 
 Polygon polygonWith(Points points)
 {

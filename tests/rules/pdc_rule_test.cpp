@@ -3,7 +3,6 @@
 
 #include <Tavrin/PdcRule.h>
 
-#include <limits>
 #include <string>
 
 using Tavrin::PdcRule;
@@ -248,7 +247,7 @@ TEST_F(PdcRuleTest, SinglePointAndTextRefusals)
     PdcRule* rule = hostCreate<PdcRule>();
     tagTAVRIN_POINT two[2] = {pt(0.3f, 0.4f), pt(0.6f, 0.7f)};
     EXPECT_TRUE(rule->SetSinglePoints(two, 2));  // the count is ignored: one point
-    tagTAVRIN_POINT bad[1] = {pt(std::numeric_limits<float>::quiet_NaN(), 0.5f)};
+    tagTAVRIN_POINT bad[1] = {pt(kNaN, 0.5f)};
     EXPECT_FALSE(rule->SetSinglePoints(bad, 1));
     EXPECT_FALSE(rule->SetSinglePoints(nullptr, 1));
     tagTAVRIN_POINT out[1] = {};

@@ -9,14 +9,11 @@
 #include <Tavrin/VcaObjectContainer.h>
 
 #include <cmath>
-#include <limits>
-#include <memory>
 
 using namespace Tavrin;
 
 namespace {
 
-const float kNaN = std::numeric_limits<float>::quiet_NaN();
 
 // What tells the four regions apart.
 struct ShieldTraits {
@@ -50,15 +47,6 @@ struct PlateTraits {
     static constexpr unsigned int labelColors[4] = {0x4848c6, 0xd90db0, 0xffc000, 0xf47f4c};
     static constexpr bool filled = true;
 };
-
-// Regions are heap objects released through their reference count.
-template <class Region>
-struct Releaser {
-    void operator()(Region* r) const { r->ReleaseRef(); }
-};
-
-template <class Region>
-using Owned = std::unique_ptr<Region, Releaser<Region>>;
 
 template <class Region>
 Owned<Region> make(Points vertices = {})

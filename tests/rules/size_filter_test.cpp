@@ -3,7 +3,6 @@
 #include <Tavrin/SizeFilter.h>
 
 #include <cmath>
-#include <limits>
 
 using Tavrin::SizeFilter;
 
@@ -147,10 +146,10 @@ TEST_F(SizeFilterTest, VertexLimitIsFour)
                                pt(0.2f, 0.2f)};
     EXPECT_FALSE(filter->SetPoints(five, 5));
     EXPECT_FALSE(filter->SetPoints(nullptr, 4));
-    tagTAVRIN_POINT bad[4] = {pt(0.1f, 0.1f), pt(std::numeric_limits<float>::infinity(), 0.1f),
+    tagTAVRIN_POINT bad[4] = {pt(0.1f, 0.1f), pt(kInf, 0.1f),
                               pt(0.3f, 0.3f), pt(0.1f, 0.3f)};
     EXPECT_FALSE(filter->SetPoints(bad, 4));
-    tagTAVRIN_POINT nan = pt(std::numeric_limits<float>::quiet_NaN(), 0.5f);
+    tagTAVRIN_POINT nan = pt(kNaN, 0.5f);
     tagTAVRIN_POINT ok = pt(0.5f, 0.5f);
     EXPECT_FALSE(filter->SetDiagonal(nan, ok));
     EXPECT_FALSE(filter->SetDiagonal(ok, nan));

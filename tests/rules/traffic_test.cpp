@@ -4,7 +4,6 @@
 #include <Tavrin/ITCLine.h>
 #include <Tavrin/Lane.h>
 
-#include <limits>
 
 using Tavrin::ITCLine;
 using Tavrin::Lane;
@@ -20,7 +19,6 @@ const unsigned int kLaneSelected = 0x00f0f0;
 const std::vector<std::string> kLabelSmooth = {"GL_POLYGON_SMOOTH", "GL_LINE_SMOOTH"};
 
 tagTAVRIN_POINT kSquare[4] = {{0.2f, 0.2f}, {0.4f, 0.2f}, {0.4f, 0.4f}, {0.2f, 0.4f}};
-const float kNaN = std::numeric_limits<float>::quiet_NaN();
 const tagTAVRIN_POINT o = {0.0f, 0.0f};
 
 }  // namespace
@@ -185,7 +183,7 @@ TEST_F(ITCLineTest, RefusedInputChangesNothing)
     tagTAVRIN_POINT bad[2] = {pt(kNaN, 0.1f), pt(0.1f, 0.1f)};
     EXPECT_FALSE(line->SetPoints(bad, 2));
     drag(*line, pt(0.5f, 0.5f), pt(0.95f, 0.5f));  // p2 would reach 1.05
-    drag(*line, pt(0.5f, 0.5f), pt(std::numeric_limits<float>::infinity(), 0.5f));
+    drag(*line, pt(0.5f, 0.5f), pt(kInf, 0.5f));
 
     tagTAVRIN_POINT out[10];
     unsigned int count = 0;

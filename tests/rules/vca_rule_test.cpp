@@ -3,7 +3,6 @@
 
 #include <Tavrin/VcaRule.h>
 
-#include <limits>
 
 using Tavrin::VcaRule;
 
@@ -296,9 +295,9 @@ TEST_F(VcaRuleTest, RefusedSetPointsChangesNothing)
     tagTAVRIN_POINT eleven[11] = {};
     EXPECT_FALSE(rule->SetPoints(eleven, 11));
     EXPECT_FALSE(rule->SetPoints(nullptr, 2));
-    tagTAVRIN_POINT bad[2] = {pt(0.1f, std::numeric_limits<float>::quiet_NaN()), pt(0.2f, 0.2f)};
+    tagTAVRIN_POINT bad[2] = {pt(0.1f, kNaN), pt(0.2f, 0.2f)};
     EXPECT_FALSE(rule->SetPoints(bad, 2));
-    bad[0] = pt(std::numeric_limits<float>::infinity(), 0.1f);
+    bad[0] = pt(kInf, 0.1f);
     EXPECT_FALSE(rule->SetPoints(bad, 2));
 
     unsigned int count = 0;
@@ -313,13 +312,11 @@ TEST_F(VcaRuleTest, RefusedSetPointsChangesNothing)
 TEST_F(VcaRuleTest, NonFiniteDragsAreIgnored)
 {
     VcaRule* rule = ruleOf(Points(kSquare, kSquare + 4));
-    const float nan = std::numeric_limits<float>::quiet_NaN();
-    const float inf = std::numeric_limits<float>::infinity();
     for (tagTAVRIN_RULE_TYPE type : {TAVRIN_RULE_REGION, TAVRIN_RULE_BROKEN_LINE}) {
         rule->SetRuleType(type);
         rule->SetSelPointIndex(1);
-        drag(*rule, pt(0.2f, 0.2f), pt(nan, 0.2f));
-        dragVertex(*rule, pt(0.2f, 0.2f), pt(0.2f, -inf));
+        drag(*rule, pt(0.2f, 0.2f), pt(kNaN, 0.2f));
+        dragVertex(*rule, pt(0.2f, 0.2f), pt(0.2f, -kInf));
         EXPECT_TRUE(samePoints(verticesOf(*rule), Points(kSquare, kSquare + 4))) << type;
     }
 }

@@ -9,10 +9,33 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <limits>
+#include <memory>
 #include <string>
 #include <vector>
 
 inline tagTAVRIN_POINT pt(float x, float y) { return tagTAVRIN_POINT{x, y}; }
+
+inline const float kNaN = std::numeric_limits<float>::quiet_NaN();
+inline const float kInf = std::numeric_limits<float>::infinity();
+
+/// Drops the creator's reference when the test ends.
+struct ReleaseRefDeleter {
+    template <class T>
+    void operator()(T* object) const
+    {
+        object->ReleaseRef();
+    }
+};
+
+template <class T>
+using Owned = std::unique_ptr<T, ReleaseRefDeleter>;
+
+template <class T>
+Owned<T> create()
+{
+    return Owned<T>(T::NewInstance());
+}
 
 /// Fixture for drawing tests: the recording GL starts empty.
 class GlTest : public ::testing::Test {
