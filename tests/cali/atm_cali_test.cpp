@@ -138,7 +138,7 @@ TEST_F(AtmCaliTest, StatusGoesToBothRegionAndLine)
     for (const rec::Batch& b : batches) {
         EXPECT_EQ(b.color, kSelected);
     }
-    EXPECT_EQ(textColors(), std::vector<std::string>{colorCall(0xD90DB0)});
+    EXPECT_EQ(textColors(), std::vector<std::string>{colourCall(0xD90DB0)});
     EXPECT_GL_STATE_CLEAN();
 }
 
@@ -174,7 +174,7 @@ TEST_F(AtmCaliTest, HorizontalLineGetsVerticalBarsAndTheLabelAtItsMiddle)
     expectSegment(b[3], pt(0.6f, pixel(234, 500)), pt(0.6f, pixel(266, 500)), kNormal);
     ASSERT_EQ(recorded().texts.size(), 1u);
     EXPECT_POINT_NEAR(recorded().texts[0].position, 0.41f, 0.49f, 1e-6);
-    EXPECT_EQ(textColors(), std::vector<std::string>{colorCall(0x285EA6)});
+    EXPECT_EQ(textColors(), std::vector<std::string>{colourCall(0x285EA6)});
     EXPECT_GL_STATE_CLEAN();
 }
 

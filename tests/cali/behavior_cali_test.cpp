@@ -114,7 +114,7 @@ TEST_F(BehaviorCaliTest, VerticalTypeDrawsBothHeadsBeforeTheLine)
     expectSegment(b[2], pt(0.2f, 0.5f), pt(0.6f, 0.5f), color);
     ASSERT_EQ(recorded().texts.size(), 1u);
     EXPECT_POINT_NEAR(recorded().texts[0].position, 0.41f, 0.49f, 1e-6);
-    EXPECT_EQ(textColors(), std::vector<std::string>{colorCall(0xE6005C)});
+    EXPECT_EQ(textColors(), std::vector<std::string>{colourCall(0xE6005C)});
     EXPECT_GL_STATE_CLEAN();
 }
 
@@ -128,7 +128,7 @@ TEST_F(BehaviorCaliTest, ChangingTheTypeDropsTheHeadsAndTheColour)
     cali->Draw(nullptr, 1000, 500, true);
     ASSERT_EQ(recorded().batches.size(), 1u);
     expectSegment(recorded().batches[0], pt(0.2f, 0.5f), pt(0.6f, 0.5f), rec::rgba(0xD65814));
-    EXPECT_EQ(textColors(), std::vector<std::string>{colorCall(0xD65814)});
+    EXPECT_EQ(textColors(), std::vector<std::string>{colourCall(0xD65814)});
     EXPECT_GL_STATE_CLEAN();
 }
 
@@ -181,7 +181,7 @@ TEST_F(BehaviorCaliTest, CheckDrawsTheVerticalTypeInYellow)
     for (const rec::Batch& b : recorded().batches) {
         EXPECT_EQ(b.color, rec::rgba(0xFFFF00));
     }
-    EXPECT_EQ(textColors(), std::vector<std::string>{colorCall(0xFFFF00)});
+    EXPECT_EQ(textColors(), std::vector<std::string>{colourCall(0xFFFF00)});
     EXPECT_GL_STATE_CLEAN();
 }
 

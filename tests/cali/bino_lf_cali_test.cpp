@@ -170,7 +170,7 @@ TEST_F(LfCaliDraw, LabelTakesThePointsStatus)
     lf->SetObjStatus(TAVRIN_OBJ_STATUS_SELECTED);
     lf->Draw(nullptr, 800, 600, true);
     EXPECT_EQ(recorded().batches[0].color, rec::rgba(0xFFC000));  // a selected cross
-    EXPECT_EQ(textColors(), std::vector<std::string>{colorCall(0xD90DB0)});
+    EXPECT_EQ(textColors(), std::vector<std::string>{colourCall(0xD90DB0)});
     ASSERT_EQ(recorded().texts.size(), 1u);
     EXPECT_POINT_NEAR(recorded().texts[0].position, 0.41f, 0.91f, 1e-6);  // raised near the bottom
     EXPECT_GL_STATE_CLEAN();

@@ -54,7 +54,7 @@ TEST_P(ItsCaliEdges, WidthTextThenHeightTextBesideTheTopEdges)
     // The label box sits 0.01 right of and 0.01 above its anchor.
     EXPECT_POINT_NEAR(texts[0].position, c.widthAnchor.x + 0.01f, c.widthAnchor.y - 0.01f, 1e-6);
     EXPECT_POINT_NEAR(texts[1].position, c.heightAnchor.x + 0.01f, c.heightAnchor.y - 0.01f, 1e-6);
-    EXPECT_EQ(textColors(), (std::vector<std::string>{colorCall(0x285EA6), colorCall(0x285EA6)}));
+    EXPECT_EQ(textColors(), (std::vector<std::string>{colourCall(0x285EA6), colourCall(0x285EA6)}));
     EXPECT_GL_STATE_CLEAN();
 }
 
@@ -92,7 +92,7 @@ TEST_F(ItsCaliTest, PolygonFirstThenLabelsInItsStatus)
     ASSERT_FALSE(recorded().batches.empty());
     EXPECT_EQ(rec::modeName(recorded().batches[0].mode), "GL_LINE_LOOP");
     EXPECT_EQ(recorded().batches[0].color, rec::rgba(0xD90DB0));
-    EXPECT_EQ(textColors(), (std::vector<std::string>{colorCall(0xD90DB0), colorCall(0xD90DB0)}));
+    EXPECT_EQ(textColors(), (std::vector<std::string>{colourCall(0xD90DB0), colourCall(0xD90DB0)}));
     // The labels come after every batch of the polygon.
     const std::vector<std::string> seq = recorded().sequence();
     std::size_t lastEnd = 0;

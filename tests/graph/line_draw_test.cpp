@@ -19,16 +19,6 @@ Line lineOf(tagTAVRIN_POINT a, tagTAVRIN_POINT b)
     return Line(points, 2);
 }
 
-void expectVertices(const rec::Batch& batch, const std::vector<tagTAVRIN_POINT>& expected,
-                    double tolerance = 1e-6)
-{
-    ASSERT_EQ(batch.vertices.size(), expected.size());
-    for (std::size_t i = 0; i < expected.size(); ++i) {
-        SCOPED_TRACE(i);
-        EXPECT_POINT_NEAR(batch.at(i), expected[i].x, expected[i].y, tolerance);
-    }
-}
-
 // Whole pixels of a 1000 x 1000 view as picture points.
 std::vector<tagTAVRIN_POINT> pixels(std::initializer_list<std::pair<int, int>> corners)
 {

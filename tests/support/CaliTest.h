@@ -50,12 +50,4 @@ inline std::vector<std::string> textColors()
     return out;
 }
 
-/// glColor4ub call text of a 0xRRGGBB colour at alpha 255.
-inline std::string colorCall(unsigned int rgb)
-{
-    const rec::Rgba c = rec::rgba(rgb);
-    return "glColor4ub(" + std::to_string(c.r) + "," + std::to_string(c.g) + "," + std::to_string(c.b) +
-           ",255)";
-}
-
 #endif  // TAVRIN_TESTS_CALITEST_H

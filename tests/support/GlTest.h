@@ -82,6 +82,25 @@ inline std::vector<std::string> leaveCalls(const std::vector<std::string>& smoot
     return calls;
 }
 
+/// The call text glColor4ub emits for 0xRRGGBB at the given alpha.
+inline std::string colourCall(unsigned int rgb, int alpha = 255)
+{
+    const rec::Rgba c = rec::rgba(rgb, alpha);
+    return "glColor4ub(" + std::to_string(c.r) + "," + std::to_string(c.g) + "," + std::to_string(c.b) + "," +
+           std::to_string(c.a) + ")";
+}
+
+/// The batch's vertices, mapped back to picture coordinates, are `expected` within `tolerance`.
+inline void expectVertices(const rec::Batch& batch, const std::vector<tagTAVRIN_POINT>& expected,
+                           double tolerance = 1e-6)
+{
+    ASSERT_EQ(batch.vertices.size(), expected.size());
+    for (std::size_t i = 0; i < expected.size(); ++i) {
+        SCOPED_TRACE(i);
+        EXPECT_POINT_NEAR(batch.at(i), expected[i].x, expected[i].y, tolerance);
+    }
+}
+
 /// Concatenates call lists, for building expected sequences.
 inline std::vector<std::string> concat(std::initializer_list<std::vector<std::string>> parts)
 {
