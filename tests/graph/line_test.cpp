@@ -1,4 +1,5 @@
 #include "support/GlTest.h"
+#include "support/PolygonBuilders.h"
 
 #include <Tavrin/Line.h>
 
@@ -93,11 +94,7 @@ TEST(LineStorage, AssignmentCopiesOnlyTheEndPoints)
     expectEnds(target, pt(0.1f, 0.2f), pt(0.3f, 0.4f));
     EXPECT_EQ(target.GetLineType(), TAVRIN_LINE_PLAIN);
     EXPECT_EQ(target.GetArrowDirection(), TAVRIN_ARROW_NONE);
-    tagTAVRIN_POINT start = pt(1, 1);
-    tagTAVRIN_POINT end = pt(1, 1);
-    ASSERT_TRUE(target.GetArrowPoints(&start, &end));
-    EXPECT_POINT_NEAR(start, 0.0f, 0.0f, 0.0);
-    EXPECT_POINT_NEAR(end, 0.0f, 0.0f, 0.0);
+    EXPECT_TRUE(samePoints(arrowOf(target), {pt(0.0f, 0.0f), pt(0.0f, 0.0f)}));
 }
 
 TEST(LineStorage, ArrowPointsRefuseNullAndNonFinite)
@@ -108,13 +105,9 @@ TEST(LineStorage, ArrowPointsRefuseNullAndNonFinite)
     tagTAVRIN_POINT bad = pt(kNaN, 0.0f);
     EXPECT_TRUE(line.SetArrowPoints(a, b));
     EXPECT_FALSE(line.SetArrowPoints(a, bad));
-    tagTAVRIN_POINT start{};
-    tagTAVRIN_POINT end{};
-    EXPECT_FALSE(line.GetArrowPoints(nullptr, &end));
-    EXPECT_FALSE(line.GetArrowPoints(&start, nullptr));
-    ASSERT_TRUE(line.GetArrowPoints(&start, &end));
-    EXPECT_POINT_NEAR(start, 0.1f, 0.2f, 0.0);
-    EXPECT_POINT_NEAR(end, 0.3f, 0.4f, 0.0);
+    EXPECT_FALSE(line.GetArrowPoints(nullptr, &bad));
+    EXPECT_FALSE(line.GetArrowPoints(&bad, nullptr));
+    EXPECT_TRUE(samePoints(arrowOf(line), {a, b}));
 }
 
 TEST(LineStorage, PointAccessorsRoundTrip)
@@ -237,11 +230,7 @@ TEST(LineMove, RefusedWholeWhenAnEndPointLeavesThePicture)
     drag(line, from, pt(0.75f, 0.5f));  // x2 -> exactly 1.0
     expectEnds(line, pt(0.7f, 0.5f), pt(1.0f, 0.5f));
     // The arrow points follow without a bounds test.
-    tagTAVRIN_POINT start{};
-    tagTAVRIN_POINT end{};
-    line.GetArrowPoints(&start, &end);
-    EXPECT_POINT_NEAR(start, 1.4f, 0.1f, 1e-6);
-    EXPECT_POINT_NEAR(end, 1.45f, 0.1f, 1e-6);
+    EXPECT_TRUE(nearPoints(arrowOf(line), {pt(1.4f, 0.1f), pt(1.45f, 0.1f)}, 1e-6f));
 }
 
 TEST(LineMove, LeavesTheCalibrationSegmentAndRefusesNonFiniteDrags)
