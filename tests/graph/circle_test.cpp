@@ -120,10 +120,6 @@ TEST_F(CircleDraw, ZeroViewSizeDrawsOnlyTheMarker)
     c.Draw(nullptr, 640, 0, true);
     ASSERT_EQ(recorded().batches.size(), 1u);
     EXPECT_EQ(recorded().batches[0].mode, static_cast<GLenum>(GL_POINTS));
-    for (const rec::Batch& b : recorded().batches) {
-        for (const tagTAVRIN_POINT& v : b.vertices) {
-            EXPECT_TRUE(std::isfinite(v.x) && std::isfinite(v.y));
-        }
-    }
+    EXPECT_TRUE(everythingFinite());
     EXPECT_GL_STATE_CLEAN();
 }

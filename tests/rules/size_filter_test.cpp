@@ -252,10 +252,6 @@ TEST_F(SizeFilterTest, SquareWithoutAViewSizeGetsNoNonFiniteCorner)
         EXPECT_TRUE(std::isfinite(p.x) && std::isfinite(p.y));
     }
     filter->Draw(nullptr, 0, 0, true);
-    for (const rec::Batch& batch : recorded().batches) {
-        for (const tagTAVRIN_POINT& v : batch.vertices) {
-            EXPECT_TRUE(std::isfinite(v.x) && std::isfinite(v.y));
-        }
-    }
+    EXPECT_TRUE(everythingFinite());
     EXPECT_GL_STATE_CLEAN();
 }
