@@ -1,4 +1,5 @@
 #include "rules/RulesTest.h"
+#include "support/PolygonBuilders.h"
 
 #include <Tavrin/SizeFilter.h>
 
@@ -26,13 +27,6 @@ protected:
         EXPECT_TRUE(filter->SetDiagonal(a, b));
         return filter;
     }
-    static std::vector<tagTAVRIN_POINT> points(SizeFilter* filter)
-    {
-        tagTAVRIN_POINT out[20];
-        unsigned int count = 0;
-        EXPECT_TRUE(filter->GetPoints(out, &count));
-        return std::vector<tagTAVRIN_POINT>(out, out + count);
-    }
 };
 
 TEST_F(SizeFilterTest, HostDrivesARectangleFilter)
@@ -56,12 +50,8 @@ TEST_F(SizeFilterTest, HostDrivesARectangleFilter)
     EXPECT_TRUE(hits(*filter, inside));
     drag(*filter, inside, pt(0.45f, 0.5f));
 
-    const std::vector<tagTAVRIN_POINT> c = points(filter);
-    ASSERT_EQ(c.size(), 4u);
-    EXPECT_POINT_NEAR(c[0], 0.35f, 0.4f, 1e-6);
-    EXPECT_POINT_NEAR(c[1], 0.55f, 0.4f, 1e-6);
-    EXPECT_POINT_NEAR(c[2], 0.55f, 0.6f, 1e-6);
-    EXPECT_POINT_NEAR(c[3], 0.35f, 0.6f, 1e-6);
+    EXPECT_TRUE(nearPoints(verticesOf(*filter),
+                           {pt(0.35f, 0.4f), pt(0.55f, 0.4f), pt(0.55f, 0.6f), pt(0.35f, 0.6f)}, 1e-6f));
 
     filter->SetObjStatus(TAVRIN_OBJ_STATUS_SELECTED);
     filter->Draw(nullptr, 1000, 500, false);
@@ -153,14 +143,14 @@ TEST_F(SizeFilterTest, VertexLimitIsFour)
     tagTAVRIN_POINT ok = pt(0.5f, 0.5f);
     EXPECT_FALSE(filter->SetDiagonal(nan, ok));
     EXPECT_FALSE(filter->SetDiagonal(ok, nan));
-    std::vector<tagTAVRIN_POINT> c = points(filter);
+    std::vector<tagTAVRIN_POINT> c = verticesOf(*filter);
     ASSERT_EQ(c.size(), 4u);
     EXPECT_POINT_NEAR(c[2], 0.5f, 0.6f, 0.0);
 
     EXPECT_TRUE(filter->SetPoints(five, 4));
-    EXPECT_EQ(points(filter).size(), 4u);
+    EXPECT_EQ(verticesOf(*filter).size(), 4u);
     EXPECT_TRUE(filter->SetPoints(five, 3));
-    EXPECT_EQ(points(filter).size(), 3u);
+    EXPECT_EQ(verticesOf(*filter).size(), 3u);
     unsigned int count = 0;
     EXPECT_FALSE(filter->GetPoints(nullptr, &count));
     tagTAVRIN_POINT out[20];
@@ -171,24 +161,24 @@ TEST_F(SizeFilterTest, EachShapeKeepsItsOwnVerticesAndBothFollowADrag)
 {
     SizeFilter* filter = rectangleFilter();
     filter->SetSizeFilterType(TAVRIN_SIZE_FILTER_SQUARE);
-    EXPECT_TRUE(points(filter).empty());  // the square was never given any
+    EXPECT_TRUE(verticesOf(*filter).empty());  // the square was never given any
     EXPECT_TRUE(filter->IsNull());
 
     filter->SetWndSize(1000, 500);
     tagTAVRIN_POINT a = pt(0.1f, 0.1f);
     tagTAVRIN_POINT b = pt(0.5f, 0.3f);
     ASSERT_TRUE(filter->SetDiagonal(a, b));
-    std::vector<tagTAVRIN_POINT> sq = points(filter);
+    std::vector<tagTAVRIN_POINT> sq = verticesOf(*filter);
     ASSERT_EQ(sq.size(), 4u);
     EXPECT_POINT_NEAR(sq[2], 0.5f, 0.9f, 1e-6);  // 400 pixels each way
 
     drag(*filter, pt(0.3f, 0.5f), pt(0.35f, 0.55f));
-    sq = points(filter);
+    sq = verticesOf(*filter);
     EXPECT_POINT_NEAR(sq[0], 0.15f, 0.15f, 1e-6);
     EXPECT_POINT_NEAR(sq[2], 0.55f, 0.95f, 1e-6);
 
     filter->SetSizeFilterType(TAVRIN_SIZE_FILTER_RECT);
-    const std::vector<tagTAVRIN_POINT> rect = points(filter);
+    const std::vector<tagTAVRIN_POINT> rect = verticesOf(*filter);
     ASSERT_EQ(rect.size(), 4u);
     EXPECT_POINT_NEAR(rect[0], 0.25f, 0.35f, 1e-6);
     EXPECT_POINT_NEAR(rect[2], 0.55f, 0.65f, 1e-6);
@@ -203,9 +193,9 @@ TEST_F(SizeFilterTest, ShapesRefuseADragOnTheirOwnTerms)
     tagTAVRIN_POINT b = pt(0.9f, 0.2f);
     ASSERT_TRUE(filter->SetDiagonal(a, b));  // square reaches x = 0.9
     drag(*filter, pt(0.5f, 0.5f), pt(0.7f, 0.5f));  // the square would leave the picture, the rectangle not
-    EXPECT_POINT_NEAR(points(filter)[0], 0.6f, 0.1f, 0.0);
+    EXPECT_POINT_NEAR(verticesOf(*filter)[0], 0.6f, 0.1f, 0.0);
     filter->SetSizeFilterType(TAVRIN_SIZE_FILTER_RECT);
-    EXPECT_POINT_NEAR(points(filter)[0], 0.4f, 0.3f, 1e-6);
+    EXPECT_POINT_NEAR(verticesOf(*filter)[0], 0.4f, 0.3f, 1e-6);
 }
 
 TEST_F(SizeFilterTest, VertexDragUsesEachShapesOwnSelection)
@@ -220,9 +210,9 @@ TEST_F(SizeFilterTest, VertexDragUsesEachShapesOwnSelection)
     tagTAVRIN_POINT b = pt(0.2f, 0.2f);
     ASSERT_TRUE(filter->SetDiagonal(a, b));
     dragVertex(*filter, pt(0.5f, 0.6f), pt(0.6f, 0.7f));
-    EXPECT_POINT_NEAR(points(filter)[2], 0.2f, 0.2f, 1e-6);  // no square corner selected
+    EXPECT_POINT_NEAR(verticesOf(*filter)[2], 0.2f, 0.2f, 1e-6);  // no square corner selected
     filter->SetSizeFilterType(TAVRIN_SIZE_FILTER_RECT);
-    const std::vector<tagTAVRIN_POINT> rect = points(filter);
+    const std::vector<tagTAVRIN_POINT> rect = verticesOf(*filter);
     EXPECT_POINT_NEAR(rect[2], 0.6f, 0.7f, 1e-6);
     EXPECT_POINT_NEAR(rect[1], 0.6f, 0.3f, 1e-6);
     EXPECT_POINT_NEAR(rect[3], 0.2f, 0.7f, 1e-6);
@@ -236,7 +226,7 @@ TEST_F(SizeFilterTest, SquareLearnsTheViewSizeFromADraw)
     tagTAVRIN_POINT a = pt(0.1f, 0.1f);
     tagTAVRIN_POINT b = pt(0.5f, 0.3f);
     ASSERT_TRUE(filter->SetDiagonal(a, b));
-    const std::vector<tagTAVRIN_POINT> sq = points(filter);
+    const std::vector<tagTAVRIN_POINT> sq = verticesOf(*filter);
     ASSERT_EQ(sq.size(), 4u);
     EXPECT_POINT_NEAR(sq[2], 0.5f, 0.34f, 1e-6);  // side 120 pixels: 0.4 x 0.24
 }
@@ -248,7 +238,7 @@ TEST_F(SizeFilterTest, SquareWithoutAViewSizeGetsNoNonFiniteCorner)
     tagTAVRIN_POINT a = pt(0.1f, 0.1f);
     tagTAVRIN_POINT b = pt(0.5f, 0.3f);
     filter->SetDiagonal(a, b);
-    for (const tagTAVRIN_POINT& p : points(filter)) {
+    for (const tagTAVRIN_POINT& p : verticesOf(*filter)) {
         EXPECT_TRUE(std::isfinite(p.x) && std::isfinite(p.y));
     }
     filter->Draw(nullptr, 0, 0, true);
