@@ -1,4 +1,5 @@
 #include "support/CaliTest.h"
+#include "support/PolygonBuilders.h"
 
 #include <Tavrin/AtmCali.h>
 
@@ -25,20 +26,13 @@ protected:
 
     void setLine(tagTAVRIN_POINT a, tagTAVRIN_POINT b) { ASSERT_TRUE(atm->SetLinePoints(a, b)); }
 
-    std::vector<tagTAVRIN_POINT> region()
-    {
-        tagTAVRIN_POINT out[20] = {};
-        unsigned int count = 0;
-        EXPECT_TRUE(atm->GetPoints(out, &count));
-        return std::vector<tagTAVRIN_POINT>(out, out + count);
-    }
+    Points region() { return verticesOf(*atm); }
 
     tagTAVRIN_POINT lineEnd(int which)
     {
-        tagTAVRIN_POINT a = pt(-1, -1);
-        tagTAVRIN_POINT b = pt(-1, -1);
-        EXPECT_TRUE(atm->GetLinePoints(&a, &b));
-        return which == 0 ? a : b;
+        tagTAVRIN_POINT ends[2] = {pt(-1, -1), pt(-1, -1)};
+        EXPECT_TRUE(atm->GetLinePoints(&ends[0], &ends[1]));
+        return ends[which];
     }
 
     Owned<AtmCali> atm = create<AtmCali>();
@@ -56,8 +50,7 @@ TEST_F(AtmCaliTest, SetPointsRefusalsKeepTheRegion)
     EXPECT_FALSE(atm->SetPoints(nullptr, 4));
     tagTAVRIN_POINT bad[4] = {pt(0.1f, 0.1f), pt(NAN, 0.1f), pt(0.5f, 0.5f), pt(0.1f, 0.5f)};
     EXPECT_FALSE(atm->SetPoints(bad, 4));
-    ASSERT_EQ(region().size(), 4u);
-    EXPECT_POINT_NEAR(region()[1], 0.9f, 0.1f, 0.0);
+    EXPECT_TRUE(samePoints(region(), {pt(0.1f, 0.1f), pt(0.9f, 0.1f), pt(0.9f, 0.9f), pt(0.1f, 0.9f)}));
 
     unsigned int count = 0;
     tagTAVRIN_POINT out[20];
@@ -70,12 +63,10 @@ TEST_F(AtmCaliTest, LinePointsAreSeparateFromTheRegion)
     setLine(pt(0.2f, 0.5f), pt(0.6f, 0.5f));
     EXPECT_TRUE(atm->IsNull());  // the line is not consulted
     EXPECT_POINT_NEAR(lineEnd(1), 0.6f, 0.5f, 0.0);
-    tagTAVRIN_POINT a;
-    EXPECT_FALSE(atm->GetLinePoints(&a, nullptr));
-    EXPECT_FALSE(atm->GetLinePoints(nullptr, &a));
-    tagTAVRIN_POINT nan = pt(NAN, 0.5f);
-    tagTAVRIN_POINT ok = pt(0.3f, 0.3f);
-    EXPECT_FALSE(atm->SetLinePoints(nan, ok));
+    tagTAVRIN_POINT bad[2] = {pt(NAN, 0.5f), pt(0.3f, 0.3f)};
+    EXPECT_FALSE(atm->GetLinePoints(&bad[1], nullptr));
+    EXPECT_FALSE(atm->GetLinePoints(nullptr, &bad[1]));
+    EXPECT_FALSE(atm->SetLinePoints(bad[0], bad[1]));
     EXPECT_POINT_NEAR(lineEnd(0), 0.2f, 0.5f, 0.0);
 }
 
@@ -83,14 +74,11 @@ TEST_F(AtmCaliTest, MoveCarriesTheLineOnlyWhenTheRegionMoves)
 {
     setRegion();
     setLine(pt(0.2f, 0.5f), pt(0.6f, 0.5f));
-    tagTAVRIN_POINT from = pt(0.5f, 0.5f);
-    tagTAVRIN_POINT tooFar = pt(0.7f, 0.5f);  // region corner would reach x = 1.1
-    atm->Move(from, tooFar);
+    drag(*atm, pt(0.5f, 0.5f), pt(0.7f, 0.5f));  // region corner would reach x = 1.1
     EXPECT_POINT_NEAR(region()[0], 0.1f, 0.1f, 0.0);
     EXPECT_POINT_NEAR(lineEnd(0), 0.2f, 0.5f, 0.0);
 
-    tagTAVRIN_POINT to = pt(0.55f, 0.45f);
-    atm->Move(from, to);
+    drag(*atm, pt(0.5f, 0.5f), pt(0.55f, 0.45f));
     EXPECT_POINT_NEAR(region()[0], 0.15f, 0.05f, 1e-6);
     EXPECT_POINT_NEAR(lineEnd(0), 0.25f, 0.45f, 1e-6);
     EXPECT_POINT_NEAR(lineEnd(1), 0.65f, 0.45f, 1e-6);
@@ -102,7 +90,7 @@ TEST_F(AtmCaliTest, RegionAndLineKeepSeparateSelections)
     setLine(pt(0.2f, 0.5f), pt(0.6f, 0.5f));
     tagTAVRIN_POINT onLineEnd = pt(0.6f, 0.51f);
     EXPECT_EQ(vertexAt(*atm, pt(0.9f, 0.9f)), 3u);
-    EXPECT_EQ(atm->CheckPointSelected(onLineEnd), 0u);
+    EXPECT_EQ(vertexAt(*atm, onLineEnd), 0u);
     EXPECT_EQ(atm->CheckLinePointSelected(onLineEnd), 2u);
     EXPECT_EQ(atm->GetSelPointIndex(), 0u);  // the checks store nothing
 
@@ -116,7 +104,7 @@ TEST_F(AtmCaliTest, RegionAndLineKeepSeparateSelections)
     atm->MoveLinePoint(from, to);
     EXPECT_POINT_NEAR(lineEnd(1), 0.55f, 0.55f, 1e-6);
     EXPECT_POINT_NEAR(region()[2], 0.9f, 0.9f, 0.0);
-    atm->MovePoint(from, to);  // corner 3 to (0.85, 0.95), its neighbours follow
+    dragVertex(*atm, from, to);  // corner 3 to (0.85, 0.95), its neighbours follow
     EXPECT_POINT_NEAR(region()[2], 0.85f, 0.95f, 1e-6);
     EXPECT_POINT_NEAR(region()[1], 0.85f, 0.1f, 1e-6);
     EXPECT_POINT_NEAR(region()[3], 0.1f, 0.95f, 1e-6);
@@ -150,7 +138,7 @@ TEST_F(AtmCaliTest, StatusGoesToBothRegionAndLine)
     for (const rec::Batch& b : batches) {
         EXPECT_EQ(b.color, kSelected);
     }
-    EXPECT_EQ(textColors(), std::vector<std::string>{colorCall(0xD90DB0)});
+    EXPECT_EQ(textColors(), std::vector<std::string>{colourCall(0xD90DB0)});
     EXPECT_GL_STATE_CLEAN();
 }
 
@@ -186,7 +174,7 @@ TEST_F(AtmCaliTest, HorizontalLineGetsVerticalBarsAndTheLabelAtItsMiddle)
     expectSegment(b[3], pt(0.6f, pixel(234, 500)), pt(0.6f, pixel(266, 500)), kNormal);
     ASSERT_EQ(recorded().texts.size(), 1u);
     EXPECT_POINT_NEAR(recorded().texts[0].position, 0.41f, 0.49f, 1e-6);
-    EXPECT_EQ(textColors(), std::vector<std::string>{colorCall(0x285EA6)});
+    EXPECT_EQ(textColors(), std::vector<std::string>{colourCall(0x285EA6)});
     EXPECT_GL_STATE_CLEAN();
 }
 

@@ -1,4 +1,5 @@
 #include "support/CaliTest.h"
+#include "support/PolygonBuilders.h"
 
 #include <Tavrin/BehaviorCali.h>
 #include <Tavrin/BehaviorCheck.h>
@@ -42,19 +43,12 @@ TEST_F(BehaviorCaliTest, ReadsBackTwoPointsAndZeroesTheRest)
 {
     tagTAVRIN_POINT one[1] = {pt(0.3f, 0.4f)};
     EXPECT_TRUE(cali->SetPoints(one, 1));  // the line takes stored vertices 0 and 1
-    tagTAVRIN_POINT out[10];
-    for (tagTAVRIN_POINT& p : out) {
-        p = pt(7, 7);
-    }
     unsigned int count = 0;
-    ASSERT_TRUE(cali->GetPoints(out, &count));
+    const tagTAVRIN_POINT o = pt(0.0f, 0.0f);
+    EXPECT_TRUE(samePoints(bufferOf(*cali, &count), {one[0], o, o, o, o, o, o, o, o, o}));
     EXPECT_EQ(count, 2u);
-    EXPECT_POINT_NEAR(out[0], 0.3f, 0.4f, 0.0);
-    for (int i = 1; i < 10; ++i) {
-        EXPECT_POINT_NEAR(out[i], 0.0f, 0.0f, 0.0);
-    }
     EXPECT_FALSE(cali->GetPoints(nullptr, &count));
-    EXPECT_FALSE(cali->GetPoints(out, nullptr));
+    EXPECT_FALSE(cali->GetPoints(one, nullptr));
 
     EXPECT_TRUE(cali->SetPoints(one, 0));  // nothing copied: two zero points
     EXPECT_TRUE(cali->IsNull());
@@ -69,11 +63,7 @@ TEST_F(BehaviorCaliTest, MoreThanTwoPointsAreStoredButRefusedByTheLine)
     // The stored copy now holds the diagonal (k = 1, -45 degrees) ...
     EXPECT_EQ(headPixels(*cali, pt(0.2f, 0.5f)), (std::vector<int>{188, 511, 210, 489}));
     // ... until the line's own points are read back.
-    tagTAVRIN_POINT out[10];
-    unsigned int count = 0;
-    ASSERT_TRUE(cali->GetPoints(out, &count));
-    EXPECT_EQ(count, 2u);
-    EXPECT_POINT_NEAR(out[1], 0.6f, 0.5f, 0.0);
+    EXPECT_TRUE(samePoints(verticesOf(*cali), {pt(0.2f, 0.5f), pt(0.6f, 0.5f)}));
     EXPECT_EQ(headPixels(*cali, pt(0.2f, 0.5f)), (std::vector<int>{200, 484, 200, 516}));
 }
 
@@ -93,9 +83,7 @@ TEST_F(BehaviorCaliTest, HeadUsesTheVerticesOfTheLastDraw)
 {
     setHorizontal(*cali);
     cali->SetSelPointIndex(2);
-    tagTAVRIN_POINT from = pt(0.6f, 0.5f);
-    tagTAVRIN_POINT to = pt(0.4f, 0.3f);  // end 2 to (0.4, 0.3): k = -1
-    cali->MovePoint(from, to);
+    dragVertex(*cali, pt(0.6f, 0.5f), pt(0.4f, 0.3f));  // end 2 to (0.4, 0.3): k = -1
     cali->SetWndSize(1000, 1000);
     EXPECT_EQ(headPixels(*cali, pt(0.2f, 0.5f)), (std::vector<int>{200, 484, 200, 516}));
     cali->Draw(nullptr, 1000, 1000, true);
@@ -116,7 +104,7 @@ TEST_F(BehaviorCaliTest, VerticalTypeDrawsBothHeadsBeforeTheLine)
     expectSegment(b[2], pt(0.2f, 0.5f), pt(0.6f, 0.5f), color);
     ASSERT_EQ(recorded().texts.size(), 1u);
     EXPECT_POINT_NEAR(recorded().texts[0].position, 0.41f, 0.49f, 1e-6);
-    EXPECT_EQ(textColors(), std::vector<std::string>{colorCall(0xE6005C)});
+    EXPECT_EQ(textColors(), std::vector<std::string>{colourCall(0xE6005C)});
     EXPECT_GL_STATE_CLEAN();
 }
 
@@ -130,7 +118,7 @@ TEST_F(BehaviorCaliTest, ChangingTheTypeDropsTheHeadsAndTheColour)
     cali->Draw(nullptr, 1000, 500, true);
     ASSERT_EQ(recorded().batches.size(), 1u);
     expectSegment(recorded().batches[0], pt(0.2f, 0.5f), pt(0.6f, 0.5f), rec::rgba(0xD65814));
-    EXPECT_EQ(textColors(), std::vector<std::string>{colorCall(0xD65814)});
+    EXPECT_EQ(textColors(), std::vector<std::string>{colourCall(0xD65814)});
     EXPECT_GL_STATE_CLEAN();
 }
 
@@ -183,7 +171,7 @@ TEST_F(BehaviorCaliTest, CheckDrawsTheVerticalTypeInYellow)
     for (const rec::Batch& b : recorded().batches) {
         EXPECT_EQ(b.color, rec::rgba(0xFFFF00));
     }
-    EXPECT_EQ(textColors(), std::vector<std::string>{colorCall(0xFFFF00)});
+    EXPECT_EQ(textColors(), std::vector<std::string>{colourCall(0xFFFF00)});
     EXPECT_GL_STATE_CLEAN();
 }
 
@@ -211,15 +199,9 @@ TEST_F(BehaviorCaliTest, EditsAndHitTestsGoToTheLine)
     EXPECT_TRUE(hits(*check, pt(0.4f, 0.5f)));
     EXPECT_FALSE(hits(*check, pt(0.4f, 0.6f)));
     EXPECT_EQ(vertexAt(*check, pt(0.61f, 0.5f)), 2u);
-    tagTAVRIN_POINT from = pt(0.5f, 0.5f);
-    tagTAVRIN_POINT to = pt(0.5f, 0.4f);
-    check->Move(from, to);
-    tagTAVRIN_POINT out[10];
-    unsigned int count = 0;
-    ASSERT_TRUE(check->GetPoints(out, &count));
-    EXPECT_POINT_NEAR(out[0], 0.2f, 0.4f, 1e-6);
-    tagTAVRIN_POINT outside = pt(0.5f, 1.2f);
-    check->Move(from, outside);
-    ASSERT_TRUE(check->GetPoints(out, &count));
-    EXPECT_POINT_NEAR(out[0], 0.2f, 0.4f, 1e-6);
+    const Points moved = {pt(0.2f, 0.4f), pt(0.6f, 0.4f)};
+    drag(*check, pt(0.5f, 0.5f), pt(0.5f, 0.4f));
+    EXPECT_TRUE(nearPoints(verticesOf(*check), moved, 1e-6f));
+    drag(*check, pt(0.5f, 0.5f), pt(0.5f, 1.2f));
+    EXPECT_TRUE(nearPoints(verticesOf(*check), moved, 1e-6f));
 }

@@ -70,17 +70,16 @@ TYPED_TEST(SinglePointTest, MovedOnlyWhole)
     tagTAVRIN_POINT at = pt(0.5f, 0.5f);
     ASSERT_TRUE(this->figure->SetPoints(&at, 1));
     EXPECT_FALSE(this->figure->IsNull());
-    EXPECT_EQ(this->figure->CheckPointSelected(at), 0u);
+    EXPECT_EQ(vertexAt(*this->figure, at), 0u);
     this->figure->SetSelPointIndex(1);
     EXPECT_EQ(this->figure->GetSelPointIndex(), 1u);
     tagTAVRIN_POINT from = pt(0.5f, 0.5f);
     tagTAVRIN_POINT to = pt(0.6f, 0.4f);
-    this->figure->MovePoint(from, to);
+    dragVertex(*this->figure, from, to);
     EXPECT_POINT_NEAR(this->position(), 0.5f, 0.5f, 0.0);
-    this->figure->Move(from, to);
+    drag(*this->figure, from, to);
     EXPECT_POINT_NEAR(this->position(), 0.6f, 0.4f, 1e-6);
-    tagTAVRIN_POINT out = pt(0.5f, -0.2f);
-    this->figure->Move(from, out);
+    drag(*this->figure, from, pt(0.5f, -0.2f));
     EXPECT_POINT_NEAR(this->position(), 0.6f, 0.4f, 1e-6);
     this->figure->SetObjStatus(TAVRIN_OBJ_STATUS_SELECTED);
     EXPECT_EQ(this->figure->GetObjStatus(), TAVRIN_OBJ_STATUS_SELECTED);
@@ -98,10 +97,8 @@ TEST(BinoCaliRadius, ViewSizeReachesTheCircleBeforeTheFirstDraw)
 
     tagTAVRIN_POINT centre = pt(0.5f, 0.5f);
     ASSERT_TRUE(bino->SetPoints(&centre, 1));
-    tagTAVRIN_POINT inside = pt(0.58f, 0.5f);    // 40 pixels
-    tagTAVRIN_POINT outside = pt(0.62f, 0.5f);   // 60 pixels
-    EXPECT_TRUE(bino->CheckSelected(inside));
-    EXPECT_FALSE(bino->CheckSelected(outside));
+    EXPECT_TRUE(hits(*bino, pt(0.58f, 0.5f)));  // 40 pixels
+    EXPECT_FALSE(hits(*bino, pt(0.62f, 0.5f)));  // 60 pixels
 }
 
 class BinoCaliDraw : public GlTest {};
@@ -173,7 +170,7 @@ TEST_F(LfCaliDraw, LabelTakesThePointsStatus)
     lf->SetObjStatus(TAVRIN_OBJ_STATUS_SELECTED);
     lf->Draw(nullptr, 800, 600, true);
     EXPECT_EQ(recorded().batches[0].color, rec::rgba(0xFFC000));  // a selected cross
-    EXPECT_EQ(textColors(), std::vector<std::string>{colorCall(0xD90DB0)});
+    EXPECT_EQ(textColors(), std::vector<std::string>{colourCall(0xD90DB0)});
     ASSERT_EQ(recorded().texts.size(), 1u);
     EXPECT_POINT_NEAR(recorded().texts[0].position, 0.41f, 0.91f, 1e-6);  // raised near the bottom
     EXPECT_GL_STATE_CLEAN();
@@ -184,8 +181,8 @@ TEST(LfCaliHit, CountsAsHitEverywhere)
     Owned<LfCali> lf = create<LfCali>();
     ASSERT_NE(lf, nullptr);
     tagTAVRIN_POINT far = pt(0.99f, 0.01f);
-    EXPECT_TRUE(lf->CheckSelected(far));
+    EXPECT_TRUE(hits(*lf, far));
     tagTAVRIN_POINT at = pt(0.1f, 0.9f);
     ASSERT_TRUE(lf->SetPoints(&at, 1));
-    EXPECT_TRUE(lf->CheckSelected(far));
+    EXPECT_TRUE(hits(*lf, far));
 }

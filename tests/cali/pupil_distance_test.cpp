@@ -1,4 +1,5 @@
 #include "support/CaliTest.h"
+#include "support/PolygonBuilders.h"
 
 #include <Tavrin/PupilDistance.h>
 
@@ -166,15 +167,9 @@ TEST_F(PupilDistanceTest, EditsGoToTheLine)
     EXPECT_EQ(vertexAt(*pupils, pt(0.6f, 0.51f)), 2u);
     pupils->SetSelPointIndex(2);
     EXPECT_EQ(pupils->GetSelPointIndex(), 2u);
-    tagTAVRIN_POINT from = pt(0.5f, 0.5f);
-    tagTAVRIN_POINT to = pt(0.5f, 0.6f);
-    pupils->MovePoint(from, to);
-    pupils->Move(from, to);
-    tagTAVRIN_POINT out[2];
-    unsigned int count = 0;
-    ASSERT_TRUE(pupils->GetPoints(out, &count));
-    EXPECT_POINT_NEAR(out[0], 0.3f, 0.6f, 1e-6);
-    EXPECT_POINT_NEAR(out[1], 0.6f, 0.7f, 1e-6);
+    dragVertex(*pupils, pt(0.5f, 0.5f), pt(0.5f, 0.6f));
+    drag(*pupils, pt(0.5f, 0.5f), pt(0.5f, 0.6f));
+    EXPECT_TRUE(nearPoints(verticesOf(*pupils), {pt(0.3f, 0.6f), pt(0.6f, 0.7f)}, 1e-6f));
     pupils->Draw(nullptr, 1000, 1000, true);
     EXPECT_TRUE(hits(*pupils, pt(0.45f, 0.65f)));
 }

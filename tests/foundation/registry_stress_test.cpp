@@ -1,4 +1,5 @@
-// Eight threads share the registry and the reference counts. Bounded in rounds; run
+// Eight threads share the registry and the reference counts (references taken and dropped
+// on one object while it is edited: size_filter_stress_test). Bounded in rounds; run
 // under ThreadSanitizer by scripts/sanitize.sh.
 #include "support/TestObject.h"
 
@@ -30,21 +31,6 @@ void onThreads(Body body)
 }
 
 }  // namespace
-
-TEST(RegistryStress, ConcurrentReferencesOnOneObjectBalance)
-{
-    const int before = TestObject::live();
-    TestObject* shared = new TestObject();
-    onThreads([shared](int) {
-        for (int i = 0; i < kRounds; ++i) {
-            shared->AddRef();
-            shared->ReleaseRef();
-        }
-    });
-    EXPECT_EQ(shared->refCount(), 1);
-    shared->ReleaseRef();
-    EXPECT_EQ(TestObject::live(), before);
-}
 
 TEST(RegistryStress, ConcurrentLastReleasesDeleteExactlyOnce)
 {

@@ -3,7 +3,6 @@
 #include "geometry/CaliGeometry.h"
 
 #include <cmath>
-#include <limits>
 #include <string>
 
 using Tavrin::geometry::lineHeadBar;
@@ -91,8 +90,6 @@ TEST(LineHeadBar, WritesNothingWithoutAViewSizeOrAFiniteEnd)
     const tagTAVRIN_POINT a = pt(0.2f, 0.6f);
     const tagTAVRIN_POINT b = pt(0.4f, 0.4f);
     const tagTAVRIN_POINT untouched = pt(7.0f, 7.0f);
-    const float nan = std::numeric_limits<float>::quiet_NaN();
-    const float inf = std::numeric_limits<float>::infinity();
     struct Refused {
         tagTAVRIN_POINT end;
         int width;
@@ -100,7 +97,7 @@ TEST(LineHeadBar, WritesNothingWithoutAViewSizeOrAFiniteEnd)
     };
     const Refused refused[] = {
         {a, 0, 0}, {a, 1000, 0}, {a, 0, 1000}, {a, -640, 480},
-        {pt(nan, 0.5f), 1000, 1000}, {pt(0.5f, inf), 1000, 1000},
+        {pt(kNaN, 0.5f), 1000, 1000}, {pt(0.5f, kInf), 1000, 1000},
     };
     for (const Refused& r : refused) {
         tagTAVRIN_POINT out[2] = {untouched, untouched};

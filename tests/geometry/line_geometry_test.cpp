@@ -38,7 +38,7 @@ TEST(LineGeometryArrowBar, RefusesSmallBuffersAndMissingViews)
     }
     int count = 18;
     g::arrowBarOutline(0.5f, TAVRIN_ARROW_BOTH, 0, 500, points, count, a, b);
-    g::arrowBarOutline(std::numeric_limits<float>::infinity(), TAVRIN_ARROW_BOTH, 1000, 500,
+    g::arrowBarOutline(kInf, TAVRIN_ARROW_BOTH, 1000, 500,
                        points, count, a, b);
     g::arrowBarOutline(0.5f, TAVRIN_ARROW_BOTH, 1000, 500, nullptr, count, a, b);
     EXPECT_EQ(count, 18);

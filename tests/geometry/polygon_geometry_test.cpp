@@ -7,7 +7,6 @@
 
 #include <cmath>
 #include <list>
-#include <random>
 
 using Tavrin::geometry::polygonArea;
 using Tavrin::geometry::polygonIsValid;
@@ -256,81 +255,4 @@ TEST(Triangulation, GraphMetaAppendsToTheCallersList)
     EXPECT_EQ(anyPrimitive.SplitPolygon(polygonOf({pt(0, 0), pt(1, 0)}), &tris), -1);
     EXPECT_EQ(anyPrimitive.SplitPolygon(polygonOf({pt(0, 0), pt(1, 0), pt(1, 1)}), nullptr), -1);
     EXPECT_EQ(tris.size(), 3u);
-}
-
-namespace {
-
-// The cut exactly as described: one level per call, the first ear in index order,
-// recursing on what it leaves. The library's loop must give the same list.
-int referenceSplit(const tagTAVRIN_POLYGON& polygon, std::list<tagTAVRIN_TRIANGLE_>* out)
-{
-    const int n = polygon.count;
-    if (n < 3 || !polygonIsValid(polygon)) {
-        return -1;
-    }
-    if (n == 3) {
-        out->push_back(tagTAVRIN_TRIANGLE_{{polygon.points[0], polygon.points[1], polygon.points[2]}});
-        return 0;
-    }
-    double whole = 0.0;
-    polygonArea(polygon, &whole);
-    for (int i = 0; i < n - 1; ++i) {
-        tagTAVRIN_POLYGON remain{};
-        remainPolygon(polygon, (i + 1) % n, &remain);
-        if (!polygonIsValid(remain)) {
-            continue;
-        }
-        const tagTAVRIN_TRIANGLE_ ear{
-            {polygon.points[i], polygon.points[(i + 1) % n], polygon.points[(i + 2) % n]}};
-        double rest = 0.0;
-        double earArea = 0.0;
-        polygonArea(remain, &rest);
-        Tavrin::geometry::triangleArea(ear, &earArea);
-        if (std::fabs(earArea + rest - whole) <= static_cast<double>(1e-8f)) {
-            out->push_back(ear);
-            referenceSplit(remain, out);
-            return 0;
-        }
-    }
-    return 0;
-}
-
-}  // namespace
-
-TEST(Triangulation, SameListsAsTheRecursiveCutOnRandomPolygons)
-{
-    std::mt19937 rng(20240611u);
-    std::uniform_real_distribution<float> coord(0.0f, 1.0f);
-    std::uniform_real_distribution<double> jitter(0.3, 1.0);
-    int simple = 0;
-    for (int round = 0; round < 3000; ++round) {
-        const int n = 3 + round % 18;
-        tagTAVRIN_POLYGON p{};
-        p.count = n;
-        const bool starShaped = round % 3 != 0;
-        for (int i = 0; i < n; ++i) {
-            if (starShaped) {
-                const double a = 2.0 * M_PI * (i + jitter(rng) * 0.5) / n;
-                const double r = 0.45 * jitter(rng);
-                p.points[i] = pt(static_cast<float>(0.5 + r * std::cos(a)),
-                                 static_cast<float>(0.5 + r * std::sin(a)));
-            } else {
-                p.points[i] = pt(coord(rng), coord(rng));
-            }
-        }
-        std::list<tagTAVRIN_TRIANGLE_> expected;
-        std::list<tagTAVRIN_TRIANGLE_> actual;
-        const int expectedResult = referenceSplit(p, &expected);
-        ASSERT_EQ(splitPolygon(p, &actual), expectedResult) << "round " << round;
-        ASSERT_EQ(actual.size(), expected.size()) << "round " << round;
-        auto e = expected.begin();
-        for (const tagTAVRIN_TRIANGLE_& t : actual) {
-            ASSERT_TRUE(samePoints(Points(t.points, t.points + 3), Points(e->points, e->points + 3)))
-                << "round " << round;
-            ++e;
-        }
-        simple += static_cast<int>(actual.size()) == n - 2 ? 1 : 0;
-    }
-    // Most star-shaped polygons are simple and cut completely.
-    EXPECT_GT(simple, 1500);
 }

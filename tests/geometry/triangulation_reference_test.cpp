@@ -10,6 +10,7 @@
 
 #include <cmath>
 #include <cstring>
+#include <list>
 #include <random>
 #include <vector>
 
@@ -107,11 +108,18 @@ TEST(TriangulationReference, SameStatusAndTrianglesAsTheDefinition)
         TriangleIndices indices;
         ASSERT_EQ(splitPolygonIndices(polygon, indices), expectedResult) << "round " << round;
         ASSERT_EQ(indices.count, cut.count) << "round " << round;
+        std::list<tagTAVRIN_TRIANGLE_> listed(1);  // appended to, never cleared
+        ASSERT_EQ(splitPolygon(polygon, &listed), expectedResult) << "round " << round;
+        ASSERT_EQ(listed.size(), expected.size() + 1) << "round " << round;
+        listed.pop_front();
+        auto fromList = listed.begin();
         for (int i = 0; i < cut.count; ++i) {
             ASSERT_TRUE(sameBits(cut.items[i], expected[static_cast<std::size_t>(i)]))
                 << "round " << round << ", triangle " << i;
             const unsigned char* c = indices.corners[i];
             ASSERT_TRUE(sameBits(corners(polygon, c[0], c[1], c[2]), expected[static_cast<std::size_t>(i)]))
+                << "round " << round << ", triangle " << i;
+            ASSERT_TRUE(sameBits(*fromList++, expected[static_cast<std::size_t>(i)]))
                 << "round " << round << ", triangle " << i;
         }
         if (expectedResult != 0) {

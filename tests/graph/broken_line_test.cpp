@@ -5,7 +5,6 @@
 #include <Tavrin/BrokenLine.h>
 
 #include <algorithm>
-#include <limits>
 #include <vector>
 
 using Tavrin::BrokenLine;
@@ -47,7 +46,7 @@ TEST(BrokenLineStorage, TenVerticesAtMostARefusalEmptiesIt)
     EXPECT_TRUE(vertices(line).empty());
     EXPECT_TRUE(line.IsNull());
     EXPECT_TRUE(line.SetPoints(points, 2));
-    points[1].y = std::numeric_limits<float>::quiet_NaN();
+    points[1].y = kNaN;
     EXPECT_FALSE(line.SetPoints(points, 2));
     EXPECT_TRUE(line.IsNull());
     EXPECT_FALSE(line.SetPoints(nullptr, 2));
@@ -80,9 +79,8 @@ TEST(BrokenLineHitTest, FirstNearVertexWins)
     tagTAVRIN_POINT points[3] = {pt(0.5f, 0.5f), pt(0.51f, 0.5f), pt(0.52f, 0.5f)};
     BrokenLine line;
     line.SetPoints(points, 3);
-    tagTAVRIN_POINT last = pt(0.525f, 0.5f);  // near the second and the third
     EXPECT_EQ(vertexAt(line, pt(0.515f, 0.5f)), 1u);
-    EXPECT_EQ(line.CheckPointSelected(last), 2u);
+    EXPECT_EQ(vertexAt(line, pt(0.525f, 0.5f)), 2u);  // near the second and the third
     EXPECT_EQ(vertexAt(line, pt(0.1f, 0.1f)), 0u);
 }
 
@@ -90,25 +88,22 @@ TEST(BrokenLineEdit, DragsAreRefusedWholeAndRefreshTheSegments)
 {
     BrokenLine line = threeVertices();
     tagTAVRIN_POINT from = pt(0.5f, 0.5f);
-    tagTAVRIN_POINT tooFar = pt(1.0001f, 0.5f);  // the last vertex would reach x = 1.0001
     tagTAVRIN_POINT right = pt(0.75f, 0.5f);
-    line.Move(from, tooFar);
+    drag(line, from, pt(1.0001f, 0.5f));  // the last vertex would reach x = 1.0001
     EXPECT_FLOAT_EQ(vertices(line)[2].x, 0.5f);
-    line.Move(from, right);
+    drag(line, from, right);
     EXPECT_FLOAT_EQ(vertices(line)[0].x, 0.35f);
     EXPECT_FLOAT_EQ(vertices(line)[2].x, 0.75f);
 
     for (unsigned int index : {0u, 4u}) {
         line.SetSelPointIndex(index);
-        line.MovePoint(right, from);
+        dragVertex(line, right, from);
         EXPECT_FLOAT_EQ(vertices(line)[0].x, 0.35f);
     }
     line.SetSelPointIndex(3);
-    tagTAVRIN_POINT down = pt(0.75f, 0.75f);
-    line.MovePoint(right, down);
+    dragVertex(line, right, pt(0.75f, 0.75f));
     EXPECT_FLOAT_EQ(vertices(line)[2].y, 0.75f);
-    tagTAVRIN_POINT below = pt(0.75f, 1.0f);
-    line.MovePoint(right, below);
+    dragVertex(line, right, pt(0.75f, 1.0f));
     EXPECT_FLOAT_EQ(vertices(line)[2].y, 0.75f);
 
     // The segments follow: segment 1 ends at the moved vertex.

@@ -77,10 +77,8 @@ TEST(CircleMove, SameBoundsAsAPoint)
 {
     Circle c = circleAt(0.5f, 0.5f);
     tagTAVRIN_POINT from = pt(0.5f, 0.5f);
-    tagTAVRIN_POINT out = pt(0.5f, 1.2f);
-    tagTAVRIN_POINT in = pt(0.5f, 1.0f);
-    EXPECT_FALSE(c.Move(from, out));
-    EXPECT_TRUE(c.Move(from, in));
+    EXPECT_FALSE(drag(c, from, pt(0.5f, 1.2f)));
+    EXPECT_TRUE(drag(c, from, pt(0.5f, 1.0f)));
     EXPECT_FLOAT_EQ(c.Ry(), 1.0f);
 }
 
@@ -122,10 +120,6 @@ TEST_F(CircleDraw, ZeroViewSizeDrawsOnlyTheMarker)
     c.Draw(nullptr, 640, 0, true);
     ASSERT_EQ(recorded().batches.size(), 1u);
     EXPECT_EQ(recorded().batches[0].mode, static_cast<GLenum>(GL_POINTS));
-    for (const rec::Batch& b : recorded().batches) {
-        for (const tagTAVRIN_POINT& v : b.vertices) {
-            EXPECT_TRUE(std::isfinite(v.x) && std::isfinite(v.y));
-        }
-    }
+    EXPECT_TRUE(everythingFinite());
     EXPECT_GL_STATE_CLEAN();
 }

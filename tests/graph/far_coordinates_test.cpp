@@ -3,6 +3,7 @@
 // checked); drawing leaves out every batch and every text that would need one, and keeps
 // the rest of the figure and the render state exactly as for ordinary coordinates.
 #include "support/GlTest.h"
+#include "support/PolygonBuilders.h"
 
 #include <Tavrin/Circle.h>
 #include <Tavrin/Label.h>
@@ -166,25 +167,15 @@ TEST_F(FarCoordinates, RectangleCornerDragIsRefusedWhenANeighbourWouldOverflow)
     Rectangle rectangle;
     ASSERT_TRUE(rectangle.SetPoints(v, 4));
     rectangle.SetSelPointIndex(1);
-    tagTAVRIN_POINT from = pt(0.0f, 0.5f);
-    tagTAVRIN_POINT to = pt(3e38f, 0.5f);
-    rectangle.MovePoint(from, to);
-    tagTAVRIN_POINT out[20];
-    unsigned int count = 0;
-    ASSERT_TRUE(rectangle.GetPoints(out, &count));
-    ASSERT_EQ(count, 4u);
-    for (unsigned int i = 0; i < 4; ++i) {
-        EXPECT_EQ(out[i].x, v[i].x) << i;
-        EXPECT_EQ(out[i].y, v[i].y) << i;
-    }
+    dragVertex(rectangle, pt(0.0f, 0.5f), pt(3e38f, 0.5f));
+    EXPECT_TRUE(samePoints(verticesOf(rectangle), Points(v, v + 4)));
 
     // The same drag with a neighbour that stays finite goes through, unclamped.
     v[3] = pt(1.0f, 0.6f);
     ASSERT_TRUE(rectangle.SetPoints(v, 4));
-    rectangle.MovePoint(from, to);
-    ASSERT_TRUE(rectangle.GetPoints(out, &count));
-    EXPECT_EQ(out[0].x, 0.0f);
-    EXPECT_EQ(out[3].x, 3e38f);
+    dragVertex(rectangle, pt(0.0f, 0.5f), pt(3e38f, 0.5f));
+    EXPECT_EQ(verticesOf(rectangle)[0].x, 0.0f);
+    EXPECT_EQ(verticesOf(rectangle)[3].x, 3e38f);
 }
 
 TEST_F(FarCoordinates, LineDragIsRefusedWhenAnArrowPointWouldOverflow)
@@ -192,28 +183,16 @@ TEST_F(FarCoordinates, LineDragIsRefusedWhenAnArrowPointWouldOverflow)
     tagTAVRIN_POINT ends[2] = {pt(-3e38f, 0.5f), pt(-3e38f, 0.6f)};
     Line line;
     ASSERT_TRUE(line.SetPoints(ends, 2));
-    tagTAVRIN_POINT arrowStart = pt(3e38f, 0.5f);
-    tagTAVRIN_POINT arrowEnd = pt(0.5f, 0.5f);
-    ASSERT_TRUE(line.SetArrowPoints(arrowStart, arrowEnd));
-    tagTAVRIN_POINT from = pt(0.0f, 0.5f);
-    tagTAVRIN_POINT to = pt(3e38f, 0.5f);
-    line.Move(from, to);
-    tagTAVRIN_POINT out[2];
-    unsigned int count = 0;
-    ASSERT_TRUE(line.GetPoints(out, &count));
-    EXPECT_EQ(out[0].x, -3e38f);
-    tagTAVRIN_POINT a{};
-    tagTAVRIN_POINT b{};
-    ASSERT_TRUE(line.GetArrowPoints(&a, &b));
-    EXPECT_EQ(a.x, 3e38f);
-    EXPECT_EQ(b.x, 0.5f);
+    tagTAVRIN_POINT arrow[2] = {pt(3e38f, 0.5f), pt(0.5f, 0.5f)};
+    ASSERT_TRUE(line.SetArrowPoints(arrow[0], arrow[1]));
+    drag(line, pt(0.0f, 0.5f), pt(3e38f, 0.5f));
+    EXPECT_TRUE(samePoints(verticesOf(line), {ends[0], ends[1]}));
+    EXPECT_TRUE(samePoints(arrowOf(line), {arrow[0], arrow[1]}));
 
     // With the arrow inside the picture the same drag moves all four points.
-    arrowStart = pt(0.5f, 0.5f);
-    ASSERT_TRUE(line.SetArrowPoints(arrowStart, arrowEnd));
-    line.Move(from, to);
-    ASSERT_TRUE(line.GetPoints(out, &count));
-    EXPECT_EQ(out[0].x, 0.0f);
-    ASSERT_TRUE(line.GetArrowPoints(&a, &b));
-    EXPECT_EQ(a.x, 3e38f);
+    arrow[0] = pt(0.5f, 0.5f);
+    ASSERT_TRUE(line.SetArrowPoints(arrow[0], arrow[1]));
+    drag(line, pt(0.0f, 0.5f), pt(3e38f, 0.5f));
+    EXPECT_EQ(verticesOf(line)[0].x, 0.0f);
+    EXPECT_EQ(arrowOf(line)[0].x, 3e38f);
 }

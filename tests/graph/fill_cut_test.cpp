@@ -83,16 +83,15 @@ TEST_F(FillCut, EveryEditIsFilledAsAFreshCutOfTheNewVertices)
 
     // A whole drag.
     tagTAVRIN_POINT from = pt(0.5f, 0.5f);
-    tagTAVRIN_POINT to = pt(0.55f, 0.48f);
-    ASSERT_TRUE(polygon.Move(from, to));
+    ASSERT_TRUE(drag(polygon, from, pt(0.55f, 0.48f)));
     EXPECT_TRUE(fillsExactly(polygon));
 
     // A vertex drag that makes the outline cross itself: no fill; dragged back, filled.
     polygon.SetSelPointIndex(2);
     tagTAVRIN_POINT down = pt(0.55f, 0.93f);
-    polygon.MovePoint(from, down);
+    dragVertex(polygon, from, down);
     EXPECT_TRUE(drawnFill(polygon).empty());
-    polygon.MovePoint(down, from);
+    dragVertex(polygon, down, from);
     EXPECT_FALSE(drawnFill(polygon).empty());
     EXPECT_TRUE(fillsExactly(polygon));
 }
@@ -137,9 +136,7 @@ TEST_F(FillCut, AMovedTripwireFillsLikeOneDrawnThereFirst)
     moved.Draw(nullptr, 1024, 512, true);
     ASSERT_EQ(rec::gl().batchesOf(GL_POLYGON).size(), 2u);
 
-    tagTAVRIN_POINT from = pt(0.5f, 0.5f);
-    tagTAVRIN_POINT to = pt(0.5f, 0.3f);
-    moved.Move(from, to);
+    drag(moved, pt(0.5f, 0.5f), pt(0.5f, 0.3f));
     rec::gl().reset();
     moved.Draw(nullptr, 1024, 512, true);
     const std::vector<std::string> afterMove = rec::gl().calls;

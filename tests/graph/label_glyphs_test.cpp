@@ -1,5 +1,5 @@
-// A Label's text with text rendering off and on: the same calls but for the glyphs,
-// which come between the display list's reservation and release in the label's colour.
+// A Label's text with text rendering on: the calls of label_test's draws, and the glyphs
+// between the display list's reservation and release in the label's colour.
 #include "support/FontSource.h"
 #include "support/GlTest.h"
 
@@ -46,22 +46,9 @@ void PrintTo(const StatusCase& c, std::ostream* os) { *os << c.name; }
 class LabelGlyphs : public GlTest, public ::testing::WithParamInterface<StatusCase> {
 protected:
     void TearDown() override { TextRendering::SetEnabled(false); }
-    std::string colorCall() const
-    {
-        const rec::Rgba c = rec::rgba(GetParam().rgb);
-        return "glColor4ub(" + std::to_string(c.r) + "," + std::to_string(c.g) + "," + std::to_string(c.b) + ",255)";
-    }
 };
 
 }  // namespace
-
-TEST_P(LabelGlyphs, OffDrawsTheTextCallsWithoutGlyphs)
-{
-    Label label = zoneLabel(GetParam().status);
-    label.Draw(nullptr, 640, 480, true);
-    EXPECT_EQ(recorded().sequence(), labelCalls(colorCall(), {}));
-    EXPECT_GL_STATE_CLEAN();
-}
 
 TEST_P(LabelGlyphs, OnDrawsTheTextInsideTheBoxInTheLabelColour)
 {
@@ -71,7 +58,7 @@ TEST_P(LabelGlyphs, OnDrawsTheTextInsideTheBoxInTheLabelColour)
     const std::vector<std::string> glyphs = concat({{"glBitmap(0,0,0,0,2,-12,null)"},
                                                     std::vector<std::string>(6, "glBitmap(64,13,0,3,7,0,bits)"),
                                                     {"glBitmap(0,0,0,0,-44,12,null)"}});
-    EXPECT_EQ(recorded().sequence(), labelCalls(colorCall(), glyphs));
+    EXPECT_EQ(recorded().sequence(), labelCalls(colourCall(GetParam().rgb), glyphs));
     ASSERT_EQ(recorded().texts.size(), 1u);
     EXPECT_EQ(rec::readBack(recorded().texts[0]), "Zone 1");
     EXPECT_EQ(recorded().texts[0].color, rec::rgba(GetParam().rgb));

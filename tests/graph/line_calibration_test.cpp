@@ -2,7 +2,6 @@
 
 #include <Tavrin/Line.h>
 
-#include <limits>
 #include <vector>
 
 using Tavrin::Line;
@@ -187,7 +186,7 @@ TEST(LineCalibrationPoints, DraggingTheRightPointAlongTheLine)
 
     tagTAVRIN_POINT out = pt(1.5f, 0.5f);
     EXPECT_FALSE(line.MoveCaliPoints(from, out));
-    tagTAVRIN_POINT nan = pt(std::numeric_limits<float>::quiet_NaN(), 0.5f);
+    tagTAVRIN_POINT nan = pt(kNaN, 0.5f);
     EXPECT_FALSE(line.MoveCaliPoints(from, nan));
     expectCali(line, a, pt(0.5f, 0.5f));
 

@@ -1,4 +1,5 @@
 #include "support/GlTest.h"
+#include "support/PolygonBuilders.h"
 
 #include <Tavrin/Arrow.h>
 #include <Tavrin/Line.h>
@@ -17,16 +18,6 @@ Line lineOf(tagTAVRIN_POINT a, tagTAVRIN_POINT b)
 {
     tagTAVRIN_POINT points[2] = {a, b};
     return Line(points, 2);
-}
-
-void expectVertices(const rec::Batch& batch, const std::vector<tagTAVRIN_POINT>& expected,
-                    double tolerance = 1e-6)
-{
-    ASSERT_EQ(batch.vertices.size(), expected.size());
-    for (std::size_t i = 0; i < expected.size(); ++i) {
-        SCOPED_TRACE(i);
-        EXPECT_POINT_NEAR(batch.at(i), expected[i].x, expected[i].y, tolerance);
-    }
 }
 
 // Whole pixels of a 1000 x 1000 view as picture points.
@@ -272,11 +263,7 @@ TEST_F(LineDraw, DirectionArrowIsReanchoredAtTheMiddleAndStaysPut)
     for (int frame = 0; frame < 2; ++frame) {
         rec::gl().reset();
         line.Draw(nullptr, 1000, 1000, true);
-        tagTAVRIN_POINT start{};
-        tagTAVRIN_POINT end{};
-        line.GetArrowPoints(&start, &end);
-        EXPECT_POINT_NEAR(start, 0.4f, 0.5f, 1e-7);
-        EXPECT_POINT_NEAR(end, 0.4f, 0.6f, 1e-7);
+        EXPECT_TRUE(nearPoints(arrowOf(line), {pt(0.4f, 0.5f), pt(0.4f, 0.6f)}, 1e-7f));
         const auto loops = recorded().batchesOf(GL_LINE_LOOP);
         ASSERT_EQ(loops.size(), 1u);
         EXPECT_EQ(loops[0].color, rec::rgba(0x285ea6));
@@ -287,13 +274,10 @@ TEST_F(LineDraw, DirectionArrowIsReanchoredAtTheMiddleAndStaysPut)
         EXPECT_GL_STATE_CLEAN();
     }
     // An arrow pointing up elsewhere keeps its side and is moved and stood up.
-    tagTAVRIN_POINT start = pt(0.9f, 0.9f);
-    tagTAVRIN_POINT end = pt(0.95f, 0.85f);
-    line.SetArrowPoints(start, end);
+    tagTAVRIN_POINT up[2] = {pt(0.9f, 0.9f), pt(0.95f, 0.85f)};
+    line.SetArrowPoints(up[0], up[1]);
     line.Draw(nullptr, 1000, 1000, true);
-    line.GetArrowPoints(&start, &end);
-    EXPECT_POINT_NEAR(start, 0.4f, 0.5f, 1e-7);
-    EXPECT_POINT_NEAR(end, 0.4f, 0.4f, 1e-7);
+    EXPECT_TRUE(nearPoints(arrowOf(line), {pt(0.4f, 0.5f), pt(0.4f, 0.4f)}, 1e-7f));
 }
 
 TEST_F(LineDraw, DirectionArrowOfAVerticalOrObliqueLine)
@@ -302,19 +286,16 @@ TEST_F(LineDraw, DirectionArrowOfAVerticalOrObliqueLine)
     vertical.SetVcaPDCLineOrRect(true);
     vertical.SetObjStatus(TAVRIN_OBJ_STATUS_SELECTED);
     vertical.Draw(nullptr, 800, 600, true);
-    tagTAVRIN_POINT start{};
-    tagTAVRIN_POINT end{};
-    vertical.GetArrowPoints(&start, &end);
-    EXPECT_POINT_NEAR(end, start.x - 0.1f, start.y, 1e-6);
+    const Points arrow = arrowOf(vertical);
+    EXPECT_POINT_NEAR(arrow[1], arrow[0].x - 0.1f, arrow[0].y, 1e-6);
 
     // Slope 1 in a 1000 x 500 view is 0.5 in pixels: r = sqrt(1.25).
     Line oblique = lineOf(pt(0.2f, 0.2f), pt(0.6f, 0.6f));
     oblique.SetVcaPDCLineOrRect(true);
     oblique.SetObjStatus(TAVRIN_OBJ_STATUS_SELECTED);
     oblique.Draw(nullptr, 1000, 500, true);
-    oblique.GetArrowPoints(&start, &end);
     const float r = std::sqrt(1.25f);
-    EXPECT_POINT_NEAR(end, 0.4f - 0.1f * 0.5f / r, 0.4f + 0.1f / r, 1e-6);
+    EXPECT_POINT_NEAR(arrowOf(oblique)[1], 0.4f - 0.1f * 0.5f / r, 0.4f + 0.1f / r, 1e-6);
 }
 
 TEST_F(LineDraw, BlockArrowCornersAsPoints)
@@ -396,14 +377,7 @@ TEST_F(LineDraw, ExtremeInputsEmitOnlyFiniteVertices)
                 line.SetTargetWidthLine(widths);
                 line.SetObjStatus(TAVRIN_OBJ_STATUS_SELECTED);
                 line.Draw(nullptr, view.first, view.second, true);
-                for (const rec::Batch& batch : recorded().batches) {
-                    for (const tagTAVRIN_POINT& v : batch.vertices) {
-                        EXPECT_TRUE(std::isfinite(v.x) && std::isfinite(v.y));
-                    }
-                }
-                for (const rec::RasterText& text : recorded().texts) {
-                    EXPECT_TRUE(std::isfinite(text.position.x) && std::isfinite(text.position.y));
-                }
+                EXPECT_TRUE(everythingFinite());
                 EXPECT_GL_STATE_CLEAN();
                 tagTAVRIN_POINT cursor = pt(0.5f, 0.5f);
                 line.CheckCaliPointSelected(cursor);

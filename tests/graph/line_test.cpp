@@ -1,16 +1,14 @@
 #include "support/GlTest.h"
+#include "support/PolygonBuilders.h"
 
 #include <Tavrin/Line.h>
 
-#include <limits>
 
 using Tavrin::Line;
 using Tavrin::Point;
 
 namespace {
 
-const float kNaN = std::numeric_limits<float>::quiet_NaN();
-const float kInf = std::numeric_limits<float>::infinity();
 
 Line lineOf(tagTAVRIN_POINT a, tagTAVRIN_POINT b, int width = 1000, int height = 1000)
 {
@@ -96,11 +94,7 @@ TEST(LineStorage, AssignmentCopiesOnlyTheEndPoints)
     expectEnds(target, pt(0.1f, 0.2f), pt(0.3f, 0.4f));
     EXPECT_EQ(target.GetLineType(), TAVRIN_LINE_PLAIN);
     EXPECT_EQ(target.GetArrowDirection(), TAVRIN_ARROW_NONE);
-    tagTAVRIN_POINT start = pt(1, 1);
-    tagTAVRIN_POINT end = pt(1, 1);
-    ASSERT_TRUE(target.GetArrowPoints(&start, &end));
-    EXPECT_POINT_NEAR(start, 0.0f, 0.0f, 0.0);
-    EXPECT_POINT_NEAR(end, 0.0f, 0.0f, 0.0);
+    EXPECT_TRUE(samePoints(arrowOf(target), {pt(0.0f, 0.0f), pt(0.0f, 0.0f)}));
 }
 
 TEST(LineStorage, ArrowPointsRefuseNullAndNonFinite)
@@ -111,13 +105,9 @@ TEST(LineStorage, ArrowPointsRefuseNullAndNonFinite)
     tagTAVRIN_POINT bad = pt(kNaN, 0.0f);
     EXPECT_TRUE(line.SetArrowPoints(a, b));
     EXPECT_FALSE(line.SetArrowPoints(a, bad));
-    tagTAVRIN_POINT start{};
-    tagTAVRIN_POINT end{};
-    EXPECT_FALSE(line.GetArrowPoints(nullptr, &end));
-    EXPECT_FALSE(line.GetArrowPoints(&start, nullptr));
-    ASSERT_TRUE(line.GetArrowPoints(&start, &end));
-    EXPECT_POINT_NEAR(start, 0.1f, 0.2f, 0.0);
-    EXPECT_POINT_NEAR(end, 0.3f, 0.4f, 0.0);
+    EXPECT_FALSE(line.GetArrowPoints(nullptr, &bad));
+    EXPECT_FALSE(line.GetArrowPoints(&bad, nullptr));
+    EXPECT_TRUE(samePoints(arrowOf(line), {a, b}));
 }
 
 TEST(LineStorage, PointAccessorsRoundTrip)
@@ -215,12 +205,10 @@ TEST(LineSelection, NullLineIsNeverSelected)
 TEST(LineSelection, EndPointTestLetsTheSecondPointWin)
 {
     Line line = lineOf(pt(0.2f, 0.2f), pt(0.21f, 0.2f));
-    tagTAVRIN_POINT nearFirst = pt(0.185f, 0.2f);  // 0.015 from p1, 0.025 from p2
-    tagTAVRIN_POINT exactly = pt(0.23f, 0.2f);  // 0.02 from p2 in single precision
-    EXPECT_EQ(line.CheckPointSelected(nearFirst), 1u);
+    EXPECT_EQ(vertexAt(line, pt(0.185f, 0.2f)), 1u);  // 0.015 from p1, 0.025 from p2
     EXPECT_EQ(vertexAt(line, pt(0.205f, 0.2f)), 2u);
     EXPECT_EQ(vertexAt(line, pt(0.5f, 0.5f)), 0u);
-    EXPECT_EQ(line.CheckPointSelected(exactly), 0u);
+    EXPECT_EQ(vertexAt(line, pt(0.23f, 0.2f)), 0u);  // 0.02 from p2 in single precision
     EXPECT_EQ(line.GetSelPointIndex(), 0u);  // the host stores the result
 
     Line coincident = lineOf(pt(0.5f, 0.5f), pt(0.5f, 0.5f));
@@ -234,22 +222,15 @@ TEST(LineMove, RefusedWholeWhenAnEndPointLeavesThePicture)
     tagTAVRIN_POINT arrowEnd = pt(0.95f, 0.1f);
     line.SetArrowPoints(arrowStart, arrowEnd);
     tagTAVRIN_POINT from = pt(0.25f, 0.5f);
-    tagTAVRIN_POINT past = pt(0.7501f, 0.5f);  // x2 -> 1.0001
-    line.Move(from, past);
+    drag(line, from, pt(0.7501f, 0.5f));  // x2 -> 1.0001
     expectEnds(line, pt(0.2f, 0.5f), pt(0.5f, 0.5f));
-    tagTAVRIN_POINT up = pt(0.25f, -0.5001f);
-    line.Move(from, up);
+    drag(line, from, pt(0.25f, -0.5001f));
     expectEnds(line, pt(0.2f, 0.5f), pt(0.5f, 0.5f));
 
-    tagTAVRIN_POINT edge = pt(0.75f, 0.5f);  // x2 -> exactly 1.0
-    line.Move(from, edge);
+    drag(line, from, pt(0.75f, 0.5f));  // x2 -> exactly 1.0
     expectEnds(line, pt(0.7f, 0.5f), pt(1.0f, 0.5f));
     // The arrow points follow without a bounds test.
-    tagTAVRIN_POINT start{};
-    tagTAVRIN_POINT end{};
-    line.GetArrowPoints(&start, &end);
-    EXPECT_POINT_NEAR(start, 1.4f, 0.1f, 1e-6);
-    EXPECT_POINT_NEAR(end, 1.45f, 0.1f, 1e-6);
+    EXPECT_TRUE(nearPoints(arrowOf(line), {pt(1.4f, 0.1f), pt(1.45f, 0.1f)}, 1e-6f));
 }
 
 TEST(LineMove, LeavesTheCalibrationSegmentAndRefusesNonFiniteDrags)
@@ -258,15 +239,13 @@ TEST(LineMove, LeavesTheCalibrationSegmentAndRefusesNonFiniteDrags)
     tagTAVRIN_POINT cali[2] = {pt(0.2f, 0.5f), pt(0.3f, 0.5f)};
     line.SetPDCCaliPoints(cali, 2);
     tagTAVRIN_POINT from = pt(0.5f, 0.5f);
-    tagTAVRIN_POINT to = pt(0.5f, 0.25f);
-    line.Move(from, to);
+    drag(line, from, pt(0.5f, 0.25f));
     expectEnds(line, pt(0.2f, 0.25f), pt(0.5f, 0.25f));
     expectCali(line, cali[0], cali[1]);
-    tagTAVRIN_POINT nan = pt(kNaN, 0.5f);
     tagTAVRIN_POINT inf = pt(0.5f, kInf);
-    line.Move(from, nan);
-    line.Move(inf, from);
-    line.Move(from, inf);
+    drag(line, from, pt(kNaN, 0.5f));
+    drag(line, inf, from);
+    drag(line, from, inf);
     expectEnds(line, pt(0.2f, 0.25f), pt(0.5f, 0.25f));
 }
 
@@ -277,20 +256,17 @@ TEST(LineMovePoint, OnlyIndexOneOrTwoMoves)
     tagTAVRIN_POINT to = pt(0.5f, 0.25f);
     for (unsigned int index : {0u, 3u, 100u}) {
         line.SetSelPointIndex(index);
-        line.MovePoint(from, to);
+        dragVertex(line, from, to);
         expectEnds(line, pt(0.2f, 0.5f), pt(0.6f, 0.5f));
     }
     line.SetSelPointIndex(1);
-    line.MovePoint(from, to);
+    dragVertex(line, from, to);
     expectEnds(line, pt(0.2f, 0.25f), pt(0.6f, 0.5f));
     line.SetSelPointIndex(2);
-    tagTAVRIN_POINT off = pt(0.5f, -0.0001f);  // y2 -> 0.5 - 0.5001
-    line.MovePoint(from, off);
-    tagTAVRIN_POINT nan = pt(0.5f, kNaN);
-    line.MovePoint(from, nan);
+    dragVertex(line, from, pt(0.5f, -0.0001f));  // y2 -> 0.5 - 0.5001
+    dragVertex(line, from, pt(0.5f, kNaN));
     expectEnds(line, pt(0.2f, 0.25f), pt(0.6f, 0.5f));
-    tagTAVRIN_POINT top = pt(0.5f, 0.0f);  // y2 -> exactly 0.0
-    line.MovePoint(from, top);
+    dragVertex(line, from, pt(0.5f, 0.0f));  // y2 -> exactly 0.0
     expectEnds(line, pt(0.2f, 0.25f), pt(0.6f, 0.0f));
 }
 
@@ -301,15 +277,13 @@ TEST(LineMovePoint, ShorteningBelowTheCalibrationSegmentResetsItLeftmostFirst)
     line.SetPDCCaliPoints(cali, 2);
     line.SetSelPointIndex(1);
     tagTAVRIN_POINT from = pt(0.6f, 0.5f);
-    tagTAVRIN_POINT longer = pt(0.7f, 0.5f);
-    line.MovePoint(from, longer);  // lengthening leaves it
+    dragVertex(line, from, pt(0.7f, 0.5f));  // lengthening leaves it
     expectCali(line, cali[0], cali[1]);
     tagTAVRIN_POINT shorter = pt(0.35f, 0.5f);  // p1 0.7 -> 0.45, length 0.25: kept
-    line.MovePoint(from, shorter);
+    dragVertex(line, from, shorter);
     expectCali(line, cali[0], cali[1]);
     // p1 0.45 -> 0.35, length 0.15 < 0.2: reset, p2 first as it is the leftmost.
-    tagTAVRIN_POINT at = pt(0.45f, 0.5f);
-    line.MovePoint(at, shorter);
+    dragVertex(line, pt(0.45f, 0.5f), shorter);
     expectCali(line, pt(0.2f, 0.5f), pt(0.35f, 0.5f));
 }
 
@@ -321,14 +295,14 @@ TEST(LineMovePoint, CalibrationSegmentMayExceedTheLineByAThousandth)
     tagTAVRIN_POINT slightlyLonger[2] = {pt(0.2f, 0.5f), pt(0.6009f, 0.5f)};
     within.SetPDCCaliPoints(slightlyLonger, 2);
     within.SetSelPointIndex(2);
-    within.MovePoint(here, here);
+    dragVertex(within, here, here);
     expectCali(within, slightlyLonger[0], slightlyLonger[1]);
 
     Line beyond = lineOf(pt(0.2f, 0.5f), pt(0.6f, 0.5f));
     tagTAVRIN_POINT tooLong[2] = {pt(0.2f, 0.5f), pt(0.6011f, 0.5f)};
     beyond.SetPDCCaliPoints(tooLong, 2);
     beyond.SetSelPointIndex(2);
-    beyond.MovePoint(here, here);
+    dragVertex(beyond, here, here);
     expectCali(beyond, pt(0.2f, 0.5f), pt(0.6f, 0.5f));
 }
 

@@ -21,16 +21,6 @@ Line planeOf(tagTAVRIN_POINT a, tagTAVRIN_POINT b, TAVRIN_ARROW_TYPE direction,
     return line;
 }
 
-void expectVertices(const rec::Batch& batch, const std::vector<tagTAVRIN_POINT>& expected,
-                    double tolerance)
-{
-    ASSERT_EQ(batch.vertices.size(), expected.size());
-    for (std::size_t i = 0; i < expected.size(); ++i) {
-        SCOPED_TRACE(i);
-        EXPECT_POINT_NEAR(batch.at(i), expected[i].x, expected[i].y, tolerance);
-    }
-}
-
 }  // namespace
 
 class TraversePlane : public GlTest {};

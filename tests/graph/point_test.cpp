@@ -3,7 +3,6 @@
 #include <Tavrin/Point.h>
 
 #include <cmath>
-#include <limits>
 
 using Tavrin::Point;
 
@@ -27,20 +26,8 @@ TEST(GraphMetaDefaults, NewPrimitiveHasTheDocumentedState)
     EXPECT_TRUE(p.GetClosed());
     EXPECT_TRUE(p.IsNull());
     EXPECT_EQ(p.GetPointType(), TAVRIN_POINT_DOT);
-    // Colours, fill flags, width and the drag option are seen through drawing and the
-    // polygon tests; here the colours through a normal dot.
-    rec::gl().reset();
-    p.SetX(0.5f);
-    p.Draw(nullptr, 100, 100, true);
-    EXPECT_EQ(rec::gl().batches.at(0).color, rec::rgba(0xd90db0));
-    p.SetObjStatus(TAVRIN_OBJ_STATUS_HIGHLIGHTED);
-    rec::gl().reset();
-    p.Draw(nullptr, 100, 100, true);
-    EXPECT_EQ(rec::gl().batches.at(0).color, rec::rgba(0x285ea6));
-    p.SetObjStatus(TAVRIN_OBJ_STATUS_SELECTED);
-    rec::gl().reset();
-    p.Draw(nullptr, 100, 100, true);
-    EXPECT_EQ(rec::gl().batches.at(0).color, rec::rgba(0xffc000));
+    // Colours, fill flags, width and the drag option are seen through the drawing tests
+    // (the default selected colours in far_coordinates_test).
 }
 
 TEST(PointStorage, SetPointsTakesTheFirstEntryAndRefusesMore)
@@ -66,10 +53,7 @@ TEST(PointStorage, SetPointsTakesTheFirstEntryAndRefusesMore)
 TEST(PointStorage, NonFiniteCoordinatesAreRefused)
 {
     Point p = at(0.25f, 0.75f);
-    const float bad[] = {std::numeric_limits<float>::quiet_NaN(),
-                         std::numeric_limits<float>::infinity(),
-                         -std::numeric_limits<float>::infinity()};
-    for (float v : bad) {
+    for (float v : {kNaN, kInf, -kInf}) {
         tagTAVRIN_POINT q[1] = {pt(v, 0.5f)};
         EXPECT_FALSE(p.SetPoints(q, 1));
         q[0] = pt(0.5f, v);
@@ -106,16 +90,13 @@ TEST(PointMove, StaysInsideThePictureEdgesIncluded)
 {
     Point p = at(0.5f, 0.5f);
     tagTAVRIN_POINT from = pt(0.5f, 0.5f);
-    tagTAVRIN_POINT tooFar = pt(1.1f, 0.5f);
-    tagTAVRIN_POINT edge = pt(1.0f, 0.5f);
-    EXPECT_FALSE(p.Move(from, tooFar));
+    EXPECT_FALSE(drag(p, from, pt(1.1f, 0.5f)));
     EXPECT_FLOAT_EQ(p.Rx(), 0.5f);
-    EXPECT_TRUE(p.Move(from, edge));
+    EXPECT_TRUE(drag(p, from, pt(1.0f, 0.5f)));
     EXPECT_FLOAT_EQ(p.Rx(), 1.0f);
 
     Point q = at(0.1f, 0.1f);
-    tagTAVRIN_POINT up = pt(0.5f, 0.3f);  // dy = -0.2
-    EXPECT_FALSE(q.Move(from, up));
+    EXPECT_FALSE(drag(q, from, pt(0.5f, 0.3f)));  // dy = -0.2
     EXPECT_FLOAT_EQ(q.Ry(), 0.1f);
 }
 
@@ -123,11 +104,10 @@ TEST(PointMove, NonFiniteDragIsRefused)
 {
     Point p = at(0.5f, 0.5f);
     tagTAVRIN_POINT from = pt(0.5f, 0.5f);
-    tagTAVRIN_POINT nan = pt(std::numeric_limits<float>::quiet_NaN(), 0.5f);
-    tagTAVRIN_POINT inf = pt(0.5f, std::numeric_limits<float>::infinity());
-    EXPECT_FALSE(p.Move(from, nan));
-    EXPECT_FALSE(p.Move(from, inf));
-    EXPECT_FALSE(p.Move(nan, from));
+    tagTAVRIN_POINT nan = pt(kNaN, 0.5f);
+    EXPECT_FALSE(drag(p, from, nan));
+    EXPECT_FALSE(drag(p, from, pt(0.5f, kInf)));
+    EXPECT_FALSE(drag(p, nan, from));
     EXPECT_FLOAT_EQ(p.Rx(), 0.5f);
     EXPECT_FLOAT_EQ(p.Ry(), 0.5f);
 }
@@ -166,23 +146,17 @@ TEST_F(PointDraw, SelectedDotDrawsHaloFirst)
     EXPECT_GL_STATE_CLEAN();
 }
 
-TEST_F(PointDraw, HighlightedDotHasNoHalo)
+TEST_F(PointDraw, HighlightedDotHasNoHaloAndAnOutOfRangeStatusDrawsLikeNormal)
 {
-    Point p = at(0.5f, 0.5f);
-    p.SetObjStatus(TAVRIN_OBJ_STATUS_HIGHLIGHTED);
-    p.Draw(nullptr, 640, 480, true);
-    ASSERT_EQ(recorded().batches.size(), 1u);
-    EXPECT_EQ(recorded().batches[0].color, rec::rgba(0x285ea6));
-    EXPECT_FLOAT_EQ(recorded().batches[0].pointSize, 8.0f);
-}
-
-TEST_F(PointDraw, OutOfRangeStatusDrawsLikeNormal)
-{
-    Point p = at(0.5f, 0.5f);
-    p.SetObjStatus(static_cast<tagTAVRIN_OBJ_STATUS>(7));
-    p.Draw(nullptr, 640, 480, true);
-    ASSERT_EQ(recorded().batches.size(), 1u);
-    EXPECT_EQ(recorded().batches[0].color, rec::rgba(0xd90db0));
+    for (auto look : {std::make_pair(2, 0x285ea6u), std::make_pair(7, 0xd90db0u)}) {
+        rec::gl().reset();
+        Point p = at(0.5f, 0.5f);
+        p.SetObjStatus(static_cast<tagTAVRIN_OBJ_STATUS>(look.first));
+        p.Draw(nullptr, 640, 480, true);
+        ASSERT_EQ(recorded().batches.size(), 1u);
+        EXPECT_EQ(recorded().batches[0].color, rec::rgba(look.second));
+        EXPECT_FLOAT_EQ(recorded().batches[0].pointSize, 8.0f);
+    }
 }
 
 TEST_F(PointDraw, CrossIsTwoStrokesOfHalfSizeTwoHundredthsInEveryStatus)

@@ -4,15 +4,12 @@
 #include <Tavrin/Polygon.h>
 
 #include <cmath>
-#include <limits>
 
 using Tavrin::Point;
 using Tavrin::Polygon;
 
 namespace {
 
-const float kNaN = std::numeric_limits<float>::quiet_NaN();
-const float kInf = std::numeric_limits<float>::infinity();
 
 Polygon polygonWith(Points points)
 {
@@ -196,8 +193,7 @@ TEST(PolygonSelected, NullPolygonIsNeverSelected)
 TEST(PolygonVertexHit, LowestIndexWinsNotTheNearest)
 {
     Polygon p = polygonWith({pt(0.50f, 0.5f), pt(0.52f, 0.5f), pt(0.9f, 0.9f)});
-    tagTAVRIN_POINT nearerSecond = pt(0.515f, 0.5f);  // 0.015 from vertex 1, 0.005 from vertex 2
-    EXPECT_EQ(p.CheckPointSelected(nearerSecond), 1u);
+    EXPECT_EQ(vertexAt(p, pt(0.515f, 0.5f)), 1u);  // 0.015 from vertex 1, 0.005 from vertex 2
     EXPECT_EQ(vertexAt(p, pt(0.535f, 0.5f)), 2u);
     EXPECT_EQ(vertexAt(p, pt(0.89f, 0.91f)), 3u);
     EXPECT_EQ(vertexAt(p, pt(0.7f, 0.7f)), 0u);
@@ -230,11 +226,10 @@ TEST_P(PolygonMove, WholeDragLimits)
     const MoveCase& c = GetParam();
     Polygon p = polygonWith(smallSquare());
     p.SetSuptPolygonMoveRightOut(c.rightOut);
-    tagTAVRIN_POINT from = pt(0.0f, 0.0f);
     tagTAVRIN_POINT to = c.delta;
     const float dx = to.x;
     const float dy = to.y;
-    EXPECT_EQ(p.Move(from, to), c.accepted);
+    EXPECT_EQ(drag(p, pt(0.0f, 0.0f), to), c.accepted);
     Points expected = smallSquare();
     if (c.accepted) {
         for (tagTAVRIN_POINT& v : expected) {
@@ -271,11 +266,9 @@ TEST(PolygonMoveRightOut, OnlyTheFirstVertexIsHeldBack)
     Polygon p = polygonWith(square);
     p.SetSuptPolygonMoveRightOut(true);
     tagTAVRIN_POINT from = pt(0.0f, 0.0f);
-    tagTAVRIN_POINT tooFar = pt(0.59f, 0.0f);  // vertex 0 would reach 0.99
-    EXPECT_FALSE(p.Move(from, tooFar));
+    EXPECT_FALSE(drag(p, from, pt(0.59f, 0.0f)));  // vertex 0 would reach 0.99
     EXPECT_TRUE(samePoints(verticesOf(p), square));
-    tagTAVRIN_POINT fine = pt(0.5f, 0.0f);  // vertex 0 at 0.9
-    EXPECT_TRUE(p.Move(from, fine));
+    EXPECT_TRUE(drag(p, from, pt(0.5f, 0.0f)));  // vertex 0 at 0.9
     EXPECT_FLOAT_EQ(verticesOf(p)[0].x, 0.9f);
 }
 
@@ -294,24 +287,22 @@ TEST(PolygonMovePoint, MovesOnlyTheSelectedVertexInsideThePicture)
     tagTAVRIN_POINT from = pt(0.4f, 0.2f);
     tagTAVRIN_POINT to = pt(0.5f, 0.1f);
 
-    p.MovePoint(from, to);  // nothing selected
+    dragVertex(p, from, to);  // nothing selected
     EXPECT_TRUE(samePoints(verticesOf(p), smallSquare()));
     p.SetSelPointIndex(5);  // beyond the four vertices
-    p.MovePoint(from, to);
+    dragVertex(p, from, to);
     EXPECT_TRUE(samePoints(verticesOf(p), smallSquare()));
 
     p.SetSelPointIndex(2);
-    p.MovePoint(from, to);
+    dragVertex(p, from, to);
     Points expected = smallSquare();
     expected[1] = pt(0.4f + (0.5f - 0.4f), 0.2f + (0.1f - 0.2f));
     EXPECT_TRUE(samePoints(verticesOf(p), expected));
 
-    tagTAVRIN_POINT out = pt(from.x + 0.6f, from.y);  // vertex 1 would pass x = 1
-    p.MovePoint(from, out);
+    dragVertex(p, from, pt(from.x + 0.6f, from.y));  // vertex 1 would pass x = 1
     EXPECT_TRUE(samePoints(verticesOf(p), expected));
 
-    tagTAVRIN_POINT nan = pt(kNaN, 0.2f);
-    p.MovePoint(from, nan);
+    dragVertex(p, from, pt(kNaN, 0.2f));
     EXPECT_TRUE(samePoints(verticesOf(p), expected));
 }
 
@@ -321,11 +312,9 @@ TEST(PolygonMovePoint, RightOutOptionDoesNotApplyAndEdgesAreAllowed)
     p.SetSuptPolygonMoveRightOut(true);
     p.SetSelPointIndex(1);
     tagTAVRIN_POINT from = pt(0.5f, 0.5f);
-    tagTAVRIN_POINT past = pt(1.01f, 0.5f);
-    p.MovePoint(from, past);
+    dragVertex(p, from, pt(1.01f, 0.5f));
     EXPECT_FLOAT_EQ(verticesOf(p)[0].x, 0.5f);
-    tagTAVRIN_POINT edge = pt(1.0f, 0.0f);
-    p.MovePoint(from, edge);
+    dragVertex(p, from, pt(1.0f, 0.0f));
     EXPECT_FLOAT_EQ(verticesOf(p)[0].x, 1.0f);
     EXPECT_FLOAT_EQ(verticesOf(p)[0].y, 0.0f);
 }

@@ -3,13 +3,11 @@
 
 #include <Tavrin/Square.h>
 
-#include <limits>
 
 using Tavrin::Square;
 
 namespace {
 
-const float kNaN = std::numeric_limits<float>::quiet_NaN();
 
 struct DiagonalCase {
     const char* name;
@@ -91,7 +89,7 @@ TEST(SquareDiagonalRefused, NonFiniteCornerChangesNothing)
     Square s = baseSquare();
     const Points before = verticesOf(s);
     tagTAVRIN_POINT a = pt(0.1f, 0.1f);
-    tagTAVRIN_POINT bad = pt(0.5f, std::numeric_limits<float>::infinity());
+    tagTAVRIN_POINT bad = pt(0.5f, kInf);
     EXPECT_FALSE(s.SetDiagonal(a, bad));
     EXPECT_FALSE(s.SetDiagonal(bad, a));
     EXPECT_TRUE(samePoints(verticesOf(s), before));

@@ -46,28 +46,19 @@ protected:
 
 }  // namespace
 
-TEST_F(TextTest, SwitchIsOffUntilAskedAndFollowsEveryChange)
-{
-    EXPECT_FALSE(TextRendering::IsEnabled());
-    TextRendering::SetEnabled(true);
-    EXPECT_TRUE(TextRendering::IsEnabled());
-    TextRendering::SetEnabled(true);
-    EXPECT_TRUE(TextRendering::IsEnabled());
-    TextRendering::SetEnabled(false);
-    EXPECT_FALSE(TextRendering::IsEnabled());
-}
-
 TEST_F(TextTest, LabelTextOffOrEmptyOnlyPositionsAndReserves)
 {
     char longText[200];
     std::fill(std::begin(longText), std::end(longText), 'x');
     const char* const texts[] = {"Zone 1", "\x01\xff", longText, "", nullptr};
+    EXPECT_FALSE(TextRendering::IsEnabled());  // off until asked
     for (std::size_t i = 0; i < std::size(texts); ++i) {
         for (bool on : {false, true}) {
             if (on && i < 3) {
                 continue;  // visible text: below
             }
             TextRendering::SetEnabled(on);
+            EXPECT_EQ(TextRendering::IsEnabled(), on);
             rec::gl().reset();
             gl::drawLabelText(kCorner, texts[i]);
             EXPECT_EQ(recorded().sequence(), kLabelCalls) << "text " << i << (on ? " on" : " off");

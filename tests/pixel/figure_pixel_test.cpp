@@ -1,10 +1,13 @@
 // What the figures leave on a real picture: blending over a coloured background, opaque
-// cover, unfilled self-crossing regions, vertex handles and status colours, read back
+// cover, concave and unfilled self-crossing regions, vertex handles and status colours, read back
 // pixel by pixel from the offscreen Mesa context.
 #include "PixelTest.h"
 
+#include <Tavrin/Circle.h>
+#include <Tavrin/EnterRegion.h>
 #include <Tavrin/ITCPlateRegion.h>
 #include <Tavrin/Line.h>
+#include <Tavrin/Point.h>
 #include <Tavrin/Polygon.h>
 #include <Tavrin/ShieldRegion.h>
 
@@ -69,6 +72,26 @@ TEST_F(PixelTest, RegionFillBlendsAtAlpha40OverTheBackground)
     EXPECT_TRUE(PixelAtIs(60, 30, over40(0x7030a0), 2));
     EXPECT_TRUE(PixelAtIs(20, 50, kBackground, 0));   // left of the region
     EXPECT_TRUE(PixelAtIs(100, 90, kBackground, 0));  // below it
+
+    // An enter region over the same square is outlined but not filled.
+    clearToBackground();
+    regionOf<Tavrin::EnterRegion>(kSquare)->Draw(nullptr, kWidth, kHeight, true);
+    EXPECT_TRUE(PixelAtIs(100, 50, kBackground, 0));
+    EXPECT_TRUE(PixelAtIs(100, 80, rgbOf(0x00f0f0), 40));  // the bottom edge
+}
+
+TEST_F(PixelTest, TranslucentFillCoversAConcaveShapeButNotItsNotch)
+{
+    clearToBackground();
+    // An L: bar along the top, leg down the left.
+    std::vector<tagTAVRIN_POINT> l = {{0.6f, 0.4f}, {0.3f, 0.4f}, {0.3f, 0.9f},
+                                      {0.1f, 0.9f}, {0.1f, 0.1f}, {0.6f, 0.1f}};
+    Tavrin::Polygon p(l.data(), 6);
+    p.Draw(nullptr, kWidth, kHeight, true);
+    EXPECT_TRUE(PixelAtIs(100, 20, over40(0xd90db0), 2));  // the bar
+    EXPECT_TRUE(PixelAtIs(50, 80, over40(0xd90db0), 2));   // the leg
+    EXPECT_TRUE(PixelAtIs(90, 70, kBackground, 0));        // the notch
+    EXPECT_TRUE(PixelAtIs(20, 50, rgbOf(0xd90db0), 40));   // the outline, opaque
 }
 
 TEST_F(PixelTest, OpaqueFillCoversTheBackground)
@@ -148,4 +171,30 @@ TEST_F(PixelTest, LineColourFollowsItsStatus)
         EXPECT_TRUE(PixelAtIs(100, 50, rgbOf(look.colour), 3));
         EXPECT_TRUE(PixelAtIs(100, 46, kBackground, 0));
     }
+}
+
+TEST_F(PixelTest, DotIsDrawnInItsStatusColour)
+{
+    tagTAVRIN_POINT at{0.5f, 0.5f};
+    Tavrin::Point p(&at);
+    p.SetObjStatus(TAVRIN_OBJ_STATUS_HIGHLIGHTED);
+    p.Draw(nullptr, kWidth, kHeight, true);
+    EXPECT_TRUE(PixelIs(0.5f, 0.5f, Rgb{0x28, 0x5e, 0xa6}, 12));
+    EXPECT_TRUE(PixelIs(0.1f, 0.1f, Rgb{0, 0, 0}));
+}
+
+TEST_F(PixelTest, CircleDiscBlendsAtAlpha200)
+{
+    context().clear(1.0f, 1.0f, 1.0f);
+    tagTAVRIN_POINT at{0.5f, 0.5f};
+    Tavrin::Circle c(&at, 1);
+    c.SetWndSize(kWidth, kHeight);
+    c.SetRadius(60);  // drawn with half that radius on screen: 30 px
+    c.SetColors(0x0000ff, 0x0000ff, 0x0000ff, 0x0000ff);
+    c.Draw(nullptr, kWidth, kHeight, true);
+    // 20 px right of the centre: inside the disc, outside the 8-pixel centre dot.
+    // Blue at alpha 200 over white: 255 * 55 / 255 = 55 in red and green.
+    EXPECT_TRUE(PixelIs(0.6f, 0.5f, Rgb{55, 55, 255}, 4));
+    // 40 px right of the centre: outside the disc.
+    EXPECT_TRUE(PixelIs(0.7f, 0.5f, Rgb{255, 255, 255}));
 }

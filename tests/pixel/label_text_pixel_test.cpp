@@ -32,6 +32,7 @@ void drawLabel()
     char text[] = "HH";
     label.SetText(text);
     label.SetColors(0x00ff00, 0x285ea6, 0xffc000, 0xf47f4c);
+    label.SetViewOpaque(true);  // a label fills nothing even so
     label.Draw(nullptr, kWidth, kHeight, true);
 }
 

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 
 #include <Tavrin/VcaRule.h>
 #include <Tavrin/ITCLine.h>
@@ -79,16 +80,36 @@ TEST(SceneKinds, VcaRuleTakesItsTypeBeforeItsVertices)
     EXPECT_POINT(points[1], 0.7f, 0.8f);
 }
 
-TEST(SceneKinds, VcaRuleVertexCountDependsOnItsType)
+// Vertex counts that depend on the kind's mode, and options out of range, are refused
+// with the field and the reason.
+TEST(SceneKinds, RefusalsNameTheFieldAndTheReason)
 {
-    EXPECT_EQ(refusal(R"({"kind": "VcaRule", "ruleType": "line", "vertices": [[0.1, 0.2], [0.7, 0.8], [0.3, 0.3]]})"),
-              "figures[0].vertices: VcaRule of rule type line takes 2 vertices, got 3");
-    EXPECT_EQ(refusal(R"({"kind": "VcaRule", "vertices": [[0.1, 0.2], [0.7, 0.8]]})"),
-              "figures[0].vertices: VcaRule of rule type region takes 3 to 10 vertices, got 2");
-    EXPECT_EQ(refusal(R"({"kind": "VcaRule", "ruleType": 2, "vertices": [[0.1, 0.2], [0.7, 0.8]], "normalColor": "red"})"),
-              "figures[0].normalColor: must be a colour \"#rrggbb\", got \"red\"");
-    EXPECT_EQ(refusal(R"({"kind": "VcaRule", "ruleType": "polyline", "vertices": [[0.1, 0.2], [0.7, 0.8]]})"),
-              "figures[0].ruleType: must be one of \"region\" (0), \"line\" (1), \"brokenLine\" (2), got \"polyline\"");
+    const std::pair<const char*, const char*> cases[] = {
+        {R"({"kind": "VcaRule", "ruleType": "line", "vertices": [[0.1, 0.2], [0.7, 0.8], [0.3, 0.3]]})",
+         "figures[0].vertices: VcaRule of rule type line takes 2 vertices, got 3"},
+        {R"({"kind": "VcaRule", "vertices": [[0.1, 0.2], [0.7, 0.8]]})",
+         "figures[0].vertices: VcaRule of rule type region takes 3 to 10 vertices, got 2"},
+        {R"({"kind": "VcaRule", "ruleType": 2, "vertices": [[0.1, 0.2], [0.7, 0.8]], "normalColor": "red"})",
+         "figures[0].normalColor: must be a colour \"#rrggbb\", got \"red\""},
+        {R"({"kind": "VcaRule", "ruleType": "polyline", "vertices": [[0.1, 0.2], [0.7, 0.8]]})",
+         "figures[0].ruleType: must be one of \"region\" (0), \"line\" (1), \"brokenLine\" (2), got \"polyline\""},
+        {R"({"kind": "PdcRule", "lineMode": true, "vertices": [[0.1, 0.5], [0.9, 0.5], [0.5, 0.9]]})",
+         "figures[0].vertices: PdcRule in line mode takes 2 vertices, got 3"},
+        {R"({"kind": "PdcRule", "vertices": [[0.1, 0.5], [0.9, 0.5]], "targetWidths": [0.1, 2]})",
+         "figures[0].vertices: PdcRule in area mode takes 3 to 10 vertices, got 2"},
+        {R"({"kind": "PdcRule", "vertices": [[0.1, 0.5], [0.9, 0.5], [0.5, 0.9]], "targetWidths": [0.1, 2]})",
+         "figures[0].targetWidths[1]: must be a number from 0 to 1, got 2"},
+        {R"({"kind": "SizeFilter", "vertices": [[0.1, 0.1], [0.2, 0.5], [0.3, 0.3]]})",
+         "figures[0].vertices: SizeFilter takes 2 vertices (a diagonal) or 4 (the corners), got 3"},
+        {R"({"kind": "SizeFilter", "vertices": [[0.1, 0.1], [0.2, 0.5]], "colorScheme": 3})",
+         "figures[0].colorScheme: must be an integer from 0 to 2, got 3"},
+        {R"({"kind": "ItsCali", "vertices": [[0.3, 0.2], [0.6, 0.2], [0.5, 0.8]],
+                          "widthText": "3.5 m", "heightText": "twelve and a half m"})",
+         "figures[0].heightText: at most 16 characters, got 19"},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(refusal(c.first), c.second);
+    }
 }
 
 TEST(SceneKinds, ITCLineTakesItsLineType)
@@ -135,16 +156,6 @@ TEST(SceneKinds, PdcRuleInLineModeCarriesItsCalibrationAndSinglePoint)
     EXPECT_POINT(points[0], 0.3f, 0.9f);
 }
 
-TEST(SceneKinds, PdcRuleVertexCountDependsOnItsMode)
-{
-    EXPECT_EQ(refusal(R"({"kind": "PdcRule", "lineMode": true, "vertices": [[0.1, 0.5], [0.9, 0.5], [0.5, 0.9]]})"),
-              "figures[0].vertices: PdcRule in line mode takes 2 vertices, got 3");
-    EXPECT_EQ(refusal(R"({"kind": "PdcRule", "vertices": [[0.1, 0.5], [0.9, 0.5]], "targetWidths": [0.1, 2]})"),
-              "figures[0].vertices: PdcRule in area mode takes 3 to 10 vertices, got 2");
-    EXPECT_EQ(refusal(R"({"kind": "PdcRule", "vertices": [[0.1, 0.5], [0.9, 0.5], [0.5, 0.9]], "targetWidths": [0.1, 2]})"),
-              "figures[0].targetWidths[1]: must be a number from 0 to 1, got 2");
-}
-
 TEST(SceneKinds, SquareFilterKnowsTheViewBeforeItsDiagonal)
 {
     RegistryScope registry;
@@ -160,14 +171,6 @@ TEST(SceneKinds, SquareFilterKnowsTheViewBeforeItsDiagonal)
     ASSERT_TRUE(filter->GetPoints(corners, &count));
     ASSERT_EQ(count, 4u);
     EXPECT_POINT(corners[2], 0.3f, 0.5f);
-}
-
-TEST(SceneKinds, SizeFilterTakesADiagonalOrFourCorners)
-{
-    EXPECT_EQ(refusal(R"({"kind": "SizeFilter", "vertices": [[0.1, 0.1], [0.2, 0.5], [0.3, 0.3]]})"),
-              "figures[0].vertices: SizeFilter takes 2 vertices (a diagonal) or 4 (the corners), got 3");
-    EXPECT_EQ(refusal(R"({"kind": "SizeFilter", "vertices": [[0.1, 0.1], [0.2, 0.5]], "colorScheme": 3})"),
-              "figures[0].colorScheme: must be an integer from 0 to 2, got 3");
 }
 
 TEST(SceneKinds, AtmCaliTakesItsLine)
@@ -190,13 +193,6 @@ TEST(SceneKinds, BehaviorCheckTakesItsCalibrationType)
         R"({"kind": "BehaviorCheck", "caliType": "vertical", "vertices": [[0.3, 0.2], [0.3, 0.8]]})");
     ASSERT_NE(check, nullptr);
     EXPECT_EQ(check->GetCaliType(), TAVRIN_BEHAV_CALI_VERTICAL);
-}
-
-TEST(SceneKinds, ItsCaliTextsAreLimitedToSixteenCharacters)
-{
-    EXPECT_EQ(refusal(R"({"kind": "ItsCali", "vertices": [[0.3, 0.2], [0.6, 0.2], [0.5, 0.8]],
-                          "widthText": "3.5 m", "heightText": "twelve and a half m"})"),
-              "figures[0].heightText: at most 16 characters, got 19");
 }
 
 TEST(SceneKinds, BinoCaliRadiusIsInPixelsOfTheFinalView)

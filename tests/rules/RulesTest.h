@@ -74,14 +74,6 @@ inline std::string colourAtText(std::size_t k)
     return "";
 }
 
-/// The call text glColor4ub emits for 0xRRGGBB at the given alpha.
-inline std::string colourCall(unsigned int rgb, int alpha = 255)
-{
-    const rec::Rgba c = rec::rgba(rgb, alpha);
-    return "glColor4ub(" + std::to_string(c.r) + "," + std::to_string(c.g) + "," +
-           std::to_string(c.b) + "," + std::to_string(c.a) + ")";
-}
-
 /// The modes of the recorded batches in order, e.g. {GL_LINE_LOOP, GL_POLYGON}.
 inline std::vector<GLenum> batchModes()
 {

@@ -1,8 +1,8 @@
 #include "rules/RulesTest.h"
+#include "support/PolygonBuilders.h"
 
 #include <Tavrin/PdcRule.h>
 
-#include <limits>
 #include <string>
 
 using Tavrin::PdcRule;
@@ -23,9 +23,8 @@ protected:
     {
         PdcRule* rule = hostCreate<PdcRule>();
         EXPECT_TRUE(rule->SetPoints(kSquare, 4));
-        tagTAVRIN_POINT tail = pt(0.3f, 0.25f);
-        tagTAVRIN_POINT tip = pt(0.3f, 0.35f);
-        EXPECT_TRUE(rule->SetArrowPoints(tail, tip));
+        tagTAVRIN_POINT ends[2] = {pt(0.3f, 0.25f), pt(0.3f, 0.35f)};
+        EXPECT_TRUE(rule->SetArrowPoints(ends[0], ends[1]));
         return rule;
     }
     PdcRule* lineRule()
@@ -39,10 +38,7 @@ protected:
     static tagTAVRIN_POINT areaArrowTail(PdcRule* rule)
     {
         rule->SetVcaPDCLineOrRect(false);
-        tagTAVRIN_POINT tail = {};
-        tagTAVRIN_POINT tip = {};
-        EXPECT_TRUE(rule->GetArrowPoints(&tail, &tip));
-        return tail;
+        return arrowOf(*rule)[0];
     }
 };
 
@@ -50,27 +46,14 @@ TEST_F(PdcRuleTest, HostDrivesAnAreaRule)
 {
     PdcRule* rule = areaRule();
     ASSERT_NE(rule, nullptr);
-    tagTAVRIN_POINT corner = pt(0.2f, 0.21f);
-    EXPECT_EQ(rule->CheckPointSelected(corner), 1u);
+    EXPECT_EQ(vertexAt(*rule, pt(0.2f, 0.21f)), 1u);
     rule->SetSelPointIndex(1);
-    tagTAVRIN_POINT drop = pt(0.1f, 0.11f);
-    rule->MovePoint(corner, drop);
-    tagTAVRIN_POINT inside = pt(0.3f, 0.3f);
-    EXPECT_TRUE(rule->CheckSelected(inside));
-    tagTAVRIN_POINT to = pt(0.35f, 0.3f);
-    rule->Move(inside, to);
-
-    tagTAVRIN_POINT out[10];
-    unsigned int count = 0;
-    ASSERT_TRUE(rule->GetPoints(out, &count));
-    ASSERT_EQ(count, 4u);
-    EXPECT_POINT_NEAR(out[0], 0.15f, 0.1f, 1e-6);
-    EXPECT_POINT_NEAR(out[1], 0.45f, 0.2f, 1e-6);
-    tagTAVRIN_POINT tail;
-    tagTAVRIN_POINT tip;
-    ASSERT_TRUE(rule->GetArrowPoints(&tail, &tip));
-    EXPECT_POINT_NEAR(tail, 0.35f, 0.25f, 1e-6);
-    EXPECT_POINT_NEAR(tip, 0.35f, 0.35f, 1e-6);
+    dragVertex(*rule, pt(0.2f, 0.21f), pt(0.1f, 0.11f));
+    EXPECT_TRUE(hits(*rule, pt(0.3f, 0.3f)));
+    drag(*rule, pt(0.3f, 0.3f), pt(0.35f, 0.3f));
+    EXPECT_TRUE(nearPoints(verticesOf(*rule),
+                           {pt(0.15f, 0.1f), pt(0.45f, 0.2f), pt(0.45f, 0.4f), pt(0.25f, 0.4f)}, 1e-6f));
+    EXPECT_TRUE(nearPoints(arrowOf(*rule), {pt(0.35f, 0.25f), pt(0.35f, 0.35f)}, 1e-6f));
 
     rule->Draw(nullptr, 1000, 1000, false);
     const auto& batches = recorded().batches;
@@ -107,18 +90,12 @@ TEST_F(PdcRuleTest, EachModeKeepsItsOwnVertices)
 {
     PdcRule* rule = areaRule();
     rule->SetVcaPDCLineOrRect(true);
-    tagTAVRIN_POINT out[10];
-    unsigned int count = 0;
-    ASSERT_TRUE(rule->GetPoints(out, &count));
-    EXPECT_EQ(count, 2u);
-    EXPECT_POINT_NEAR(out[0], 0.0f, 0.0f, 0.0);
+    EXPECT_TRUE(samePoints(verticesOf(*rule), {pt(0.0f, 0.0f), pt(0.0f, 0.0f)}));
     tagTAVRIN_POINT three[3] = {pt(0.1f, 0.1f), pt(0.2f, 0.2f), pt(0.3f, 0.3f)};
     EXPECT_FALSE(rule->SetPoints(three, 3));  // a line takes two
     ASSERT_TRUE(rule->SetPoints(three, 2));
     rule->SetVcaPDCLineOrRect(false);
-    ASSERT_TRUE(rule->GetPoints(out, &count));
-    EXPECT_EQ(count, 4u);
-    EXPECT_POINT_NEAR(out[2], 0.4f, 0.4f, 0.0);
+    EXPECT_TRUE(samePoints(verticesOf(*rule), Points(kSquare, kSquare + 4)));
 }
 
 TEST_F(PdcRuleTest, LineModeDrawsAPlainWideLineWithoutTheArea)
@@ -148,11 +125,7 @@ TEST_F(PdcRuleTest, SelectedCalibratingLineDrawsItsCalibrationAndDirectionArrow)
     EXPECT_GE(caliLines, 1u);
     EXPECT_EQ(countBatches(GL_LINE_LOOP, rec::rgba(kMagenta), 8), 1u);
     // The direction arrow was re-anchored at the middle, 0.1 across the line.
-    tagTAVRIN_POINT tail;
-    tagTAVRIN_POINT tip;
-    ASSERT_TRUE(rule->GetArrowPoints(&tail, &tip));
-    EXPECT_POINT_NEAR(tail, 0.4f, 0.5f, 1e-6);
-    EXPECT_POINT_NEAR(tip, 0.4f, 0.6f, 1e-6);
+    EXPECT_TRUE(nearPoints(arrowOf(*rule), {pt(0.4f, 0.5f), pt(0.4f, 0.6f)}, 1e-6f));
     EXPECT_GL_STATE_CLEAN();
 
     // The same line in area mode draws none of it.
@@ -228,9 +201,7 @@ INSTANTIATE_TEST_SUITE_P(
 TEST_F(PdcRuleTest, AreaDragRefusedByThePolygonLeavesTheArrow)
 {
     PdcRule* rule = areaRule();
-    tagTAVRIN_POINT from = pt(0.3f, 0.3f);
-    tagTAVRIN_POINT tooFar = pt(0.3f, 1.0f);  // the polygon would reach y = 1.1
-    rule->Move(from, tooFar);
+    drag(*rule, pt(0.3f, 0.3f), pt(0.3f, 1.0f));  // the polygon would reach y = 1.1
     EXPECT_POINT_NEAR(areaArrowTail(rule), 0.3f, 0.25f, 0.0);
 }
 
@@ -241,10 +212,7 @@ TEST_F(PdcRuleTest, LineDragMovesTheAreaArrowEvenWhenTheLineRefuses)
     tagTAVRIN_POINT ends[2] = {pt(0.9f, 0.5f), pt(1.0f, 0.5f)};
     ASSERT_TRUE(rule->SetPoints(ends, 2));
     drag(*rule, pt(0.5f, 0.5f), pt(0.55f, 0.5f));  // the line would leave the picture; the arrow moves anyway
-    tagTAVRIN_POINT out[10];
-    unsigned int count = 0;
-    ASSERT_TRUE(rule->GetPoints(out, &count));
-    EXPECT_POINT_NEAR(out[0], 0.9f, 0.5f, 0.0);
+    EXPECT_TRUE(samePoints(verticesOf(*rule), {ends[0], ends[1]}));
     EXPECT_POINT_NEAR(areaArrowTail(rule), 0.35f, 0.25f, 1e-6);
 }
 
@@ -279,7 +247,7 @@ TEST_F(PdcRuleTest, SinglePointAndTextRefusals)
     PdcRule* rule = hostCreate<PdcRule>();
     tagTAVRIN_POINT two[2] = {pt(0.3f, 0.4f), pt(0.6f, 0.7f)};
     EXPECT_TRUE(rule->SetSinglePoints(two, 2));  // the count is ignored: one point
-    tagTAVRIN_POINT bad[1] = {pt(std::numeric_limits<float>::quiet_NaN(), 0.5f)};
+    tagTAVRIN_POINT bad[1] = {pt(kNaN, 0.5f)};
     EXPECT_FALSE(rule->SetSinglePoints(bad, 1));
     EXPECT_FALSE(rule->SetSinglePoints(nullptr, 1));
     tagTAVRIN_POINT out[1] = {};

@@ -9,14 +9,11 @@
 #include <Tavrin/VcaObjectContainer.h>
 
 #include <cmath>
-#include <limits>
-#include <memory>
 
 using namespace Tavrin;
 
 namespace {
 
-const float kNaN = std::numeric_limits<float>::quiet_NaN();
 
 // What tells the four regions apart.
 struct ShieldTraits {
@@ -51,15 +48,6 @@ struct PlateTraits {
     static constexpr bool filled = true;
 };
 
-// Regions are heap objects released through their reference count.
-template <class Region>
-struct Releaser {
-    void operator()(Region* r) const { r->ReleaseRef(); }
-};
-
-template <class Region>
-using Owned = std::unique_ptr<Region, Releaser<Region>>;
-
 template <class Region>
 Owned<Region> make(Points vertices = {})
 {
@@ -69,13 +57,6 @@ Owned<Region> make(Points vertices = {})
         EXPECT_TRUE(r->SetPoints(vertices.data(), static_cast<unsigned int>(vertices.size())));
     }
     return r;
-}
-
-std::string color(unsigned int rgb, int alpha)
-{
-    return "glColor4ub(" + std::to_string((rgb >> 16) & 0xff) + "," +
-           std::to_string((rgb >> 8) & 0xff) + "," + std::to_string(rgb & 0xff) + "," +
-           std::to_string(alpha) + ")";
 }
 
 const std::vector<std::string> kPolySmooth = {"GL_POLYGON_SMOOTH", "GL_LINE_SMOOTH"};
@@ -193,12 +174,12 @@ TYPED_TEST(RegionRule, NormalDrawIsThePolygonThenTheLabelInForcedColours)
     // The label box of anchor (0.2, 0.2) starts at (0.21, 0.19): raster (0.42, 1.62).
     EXPECT_EQ(rec::gl().sequence(),
               concat({enterCalls(kPolySmooth),
-                      {color(c[0], 255), "glLineWidth(2)", "glBegin(GL_LINE_LOOP)", "glEnd()",
-                       color(c[0], 40)},
+                      {colourCall(c[0], 255), "glLineWidth(2)", "glBegin(GL_LINE_LOOP)", "glEnd()",
+                       colourCall(c[0], 40)},
                       fill,
                       leaveCalls(kPolySmooth),
                       enterCalls(kPolySmooth),
-                      {color(lc[0], 255), "glRasterPos2f(0.42,1.62)", "glGenLists(1)",
+                      {colourCall(lc[0], 255), "glRasterPos2f(0.42,1.62)", "glGenLists(1)",
                        "glDeleteLists(list,1)"},
                       leaveCalls(kPolySmooth)}));
     EXPECT_EQ(rec::gl().batches[0].color, rec::rgba(c[0]));
@@ -226,7 +207,7 @@ TYPED_TEST(RegionRule, SelectedDrawUsesTheSecondColoursAndHandles)
     // and the identity follow.
     const std::vector<std::string> seq = rec::gl().sequence();
     ASSERT_GE(seq.size(), 9u);
-    EXPECT_EQ(seq[seq.size() - 9], color(lc[1], 255));
+    EXPECT_EQ(seq[seq.size() - 9], colourCall(lc[1], 255));
     EXPECT_GL_STATE_CLEAN();
 
     // Draw's last argument is ignored.

@@ -7,7 +7,6 @@
 #include <Tavrin/VcaRule.h>
 
 #include <functional>
-#include <limits>
 
 using namespace Tavrin;
 
@@ -92,9 +91,7 @@ TEST_F(RuleRobustness, DegenerateViewSizesDrawNoNonFiniteVertex)
 
 TEST_F(RuleRobustness, NonFiniteCursorsAreHarmless)
 {
-    const float nan = std::numeric_limits<float>::quiet_NaN();
-    const float inf = std::numeric_limits<float>::infinity();
-    tagTAVRIN_POINT cursors[] = {{nan, 0.3f}, {0.3f, inf}, {-inf, -inf}, {1e30f, 1e30f}};
+    tagTAVRIN_POINT cursors[] = {{kNaN, 0.3f}, {0.3f, kInf}, {-kInf, -kInf}, {1e30f, 1e30f}};
     for (const auto& make : everyRule()) {
         VcaObject* obj = make();
         ASSERT_NE(obj, nullptr);

@@ -1,13 +1,16 @@
 #include "rules/RulesTest.h"
+#include "support/PolygonBuilders.h"
 
 #include <Tavrin/SizeFilter.h>
 
-#include <atomic>
 #include <cmath>
+<<<<<<< HEAD
 #include <limits>
 #include <ostream>
 #include <random>
 #include <thread>
+=======
+>>>>>>> tests
 
 using Tavrin::SizeFilter;
 
@@ -18,12 +21,6 @@ const unsigned int kGreen = 0x00cc00;
 const unsigned int kRed = 0xff0000;
 const unsigned int kLabelNormal = 0x285ea6;
 const unsigned int kLabelSelected = 0xd90db0;
-
-/// Corners 0-1 share y, 1-2 share x, 2-3 share y, 3-0 share x.
-bool isAxisParallelRectangle(const tagTAVRIN_POINT* c)
-{
-    return c[0].y == c[1].y && c[1].x == c[2].x && c[2].y == c[3].y && c[3].x == c[0].x;
-}
 
 }  // namespace
 
@@ -36,13 +33,6 @@ protected:
         tagTAVRIN_POINT b = pt(0.5f, 0.6f);
         EXPECT_TRUE(filter->SetDiagonal(a, b));
         return filter;
-    }
-    static std::vector<tagTAVRIN_POINT> points(SizeFilter* filter)
-    {
-        tagTAVRIN_POINT out[20];
-        unsigned int count = 0;
-        EXPECT_TRUE(filter->GetPoints(out, &count));
-        return std::vector<tagTAVRIN_POINT>(out, out + count);
     }
 };
 
@@ -60,21 +50,15 @@ TEST_F(SizeFilterTest, HostDrivesARectangleFilter)
     filter->SetLabelText(name, 6);
 
     tagTAVRIN_POINT grab = pt(0.21f, 0.3f);
-    EXPECT_EQ(filter->CheckPointSelected(grab), 1u);
+    EXPECT_EQ(vertexAt(*filter, grab), 1u);
     filter->SetSelPointIndex(1);
-    tagTAVRIN_POINT drop = pt(0.31f, 0.4f);
-    filter->MovePoint(grab, drop);
+    dragVertex(*filter, grab, pt(0.31f, 0.4f));
     tagTAVRIN_POINT inside = pt(0.4f, 0.5f);
-    EXPECT_TRUE(filter->CheckSelected(inside));
-    tagTAVRIN_POINT to = pt(0.45f, 0.5f);
-    filter->Move(inside, to);
+    EXPECT_TRUE(hits(*filter, inside));
+    drag(*filter, inside, pt(0.45f, 0.5f));
 
-    const std::vector<tagTAVRIN_POINT> c = points(filter);
-    ASSERT_EQ(c.size(), 4u);
-    EXPECT_POINT_NEAR(c[0], 0.35f, 0.4f, 1e-6);
-    EXPECT_POINT_NEAR(c[1], 0.55f, 0.4f, 1e-6);
-    EXPECT_POINT_NEAR(c[2], 0.55f, 0.6f, 1e-6);
-    EXPECT_POINT_NEAR(c[3], 0.35f, 0.6f, 1e-6);
+    EXPECT_TRUE(nearPoints(verticesOf(*filter),
+                           {pt(0.35f, 0.4f), pt(0.55f, 0.4f), pt(0.55f, 0.6f), pt(0.35f, 0.6f)}, 1e-6f));
 
     filter->SetObjStatus(TAVRIN_OBJ_STATUS_SELECTED);
     filter->Draw(nullptr, 1000, 500, false);
@@ -162,21 +146,21 @@ TEST_F(SizeFilterTest, VertexLimitIsFour)
                                pt(0.2f, 0.2f)};
     EXPECT_FALSE(filter->SetPoints(five, 5));
     EXPECT_FALSE(filter->SetPoints(nullptr, 4));
-    tagTAVRIN_POINT bad[4] = {pt(0.1f, 0.1f), pt(std::numeric_limits<float>::infinity(), 0.1f),
+    tagTAVRIN_POINT bad[4] = {pt(0.1f, 0.1f), pt(kInf, 0.1f),
                               pt(0.3f, 0.3f), pt(0.1f, 0.3f)};
     EXPECT_FALSE(filter->SetPoints(bad, 4));
-    tagTAVRIN_POINT nan = pt(std::numeric_limits<float>::quiet_NaN(), 0.5f);
+    tagTAVRIN_POINT nan = pt(kNaN, 0.5f);
     tagTAVRIN_POINT ok = pt(0.5f, 0.5f);
     EXPECT_FALSE(filter->SetDiagonal(nan, ok));
     EXPECT_FALSE(filter->SetDiagonal(ok, nan));
-    std::vector<tagTAVRIN_POINT> c = points(filter);
+    std::vector<tagTAVRIN_POINT> c = verticesOf(*filter);
     ASSERT_EQ(c.size(), 4u);
     EXPECT_POINT_NEAR(c[2], 0.5f, 0.6f, 0.0);
 
     EXPECT_TRUE(filter->SetPoints(five, 4));
-    EXPECT_EQ(points(filter).size(), 4u);
+    EXPECT_EQ(verticesOf(*filter).size(), 4u);
     EXPECT_TRUE(filter->SetPoints(five, 3));
-    EXPECT_EQ(points(filter).size(), 3u);
+    EXPECT_EQ(verticesOf(*filter).size(), 3u);
     unsigned int count = 0;
     EXPECT_FALSE(filter->GetPoints(nullptr, &count));
     tagTAVRIN_POINT out[20];
@@ -187,24 +171,24 @@ TEST_F(SizeFilterTest, EachShapeKeepsItsOwnVerticesAndBothFollowADrag)
 {
     SizeFilter* filter = rectangleFilter();
     filter->SetSizeFilterType(TAVRIN_SIZE_FILTER_SQUARE);
-    EXPECT_TRUE(points(filter).empty());  // the square was never given any
+    EXPECT_TRUE(verticesOf(*filter).empty());  // the square was never given any
     EXPECT_TRUE(filter->IsNull());
 
     filter->SetWndSize(1000, 500);
     tagTAVRIN_POINT a = pt(0.1f, 0.1f);
     tagTAVRIN_POINT b = pt(0.5f, 0.3f);
     ASSERT_TRUE(filter->SetDiagonal(a, b));
-    std::vector<tagTAVRIN_POINT> sq = points(filter);
+    std::vector<tagTAVRIN_POINT> sq = verticesOf(*filter);
     ASSERT_EQ(sq.size(), 4u);
     EXPECT_POINT_NEAR(sq[2], 0.5f, 0.9f, 1e-6);  // 400 pixels each way
 
     drag(*filter, pt(0.3f, 0.5f), pt(0.35f, 0.55f));
-    sq = points(filter);
+    sq = verticesOf(*filter);
     EXPECT_POINT_NEAR(sq[0], 0.15f, 0.15f, 1e-6);
     EXPECT_POINT_NEAR(sq[2], 0.55f, 0.95f, 1e-6);
 
     filter->SetSizeFilterType(TAVRIN_SIZE_FILTER_RECT);
-    const std::vector<tagTAVRIN_POINT> rect = points(filter);
+    const std::vector<tagTAVRIN_POINT> rect = verticesOf(*filter);
     ASSERT_EQ(rect.size(), 4u);
     EXPECT_POINT_NEAR(rect[0], 0.25f, 0.35f, 1e-6);
     EXPECT_POINT_NEAR(rect[2], 0.55f, 0.65f, 1e-6);
@@ -219,9 +203,9 @@ TEST_F(SizeFilterTest, ShapesRefuseADragOnTheirOwnTerms)
     tagTAVRIN_POINT b = pt(0.9f, 0.2f);
     ASSERT_TRUE(filter->SetDiagonal(a, b));  // square reaches x = 0.9
     drag(*filter, pt(0.5f, 0.5f), pt(0.7f, 0.5f));  // the square would leave the picture, the rectangle not
-    EXPECT_POINT_NEAR(points(filter)[0], 0.6f, 0.1f, 0.0);
+    EXPECT_POINT_NEAR(verticesOf(*filter)[0], 0.6f, 0.1f, 0.0);
     filter->SetSizeFilterType(TAVRIN_SIZE_FILTER_RECT);
-    EXPECT_POINT_NEAR(points(filter)[0], 0.4f, 0.3f, 1e-6);
+    EXPECT_POINT_NEAR(verticesOf(*filter)[0], 0.4f, 0.3f, 1e-6);
 }
 
 TEST_F(SizeFilterTest, VertexDragUsesEachShapesOwnSelection)
@@ -236,9 +220,9 @@ TEST_F(SizeFilterTest, VertexDragUsesEachShapesOwnSelection)
     tagTAVRIN_POINT b = pt(0.2f, 0.2f);
     ASSERT_TRUE(filter->SetDiagonal(a, b));
     dragVertex(*filter, pt(0.5f, 0.6f), pt(0.6f, 0.7f));
-    EXPECT_POINT_NEAR(points(filter)[2], 0.2f, 0.2f, 1e-6);  // no square corner selected
+    EXPECT_POINT_NEAR(verticesOf(*filter)[2], 0.2f, 0.2f, 1e-6);  // no square corner selected
     filter->SetSizeFilterType(TAVRIN_SIZE_FILTER_RECT);
-    const std::vector<tagTAVRIN_POINT> rect = points(filter);
+    const std::vector<tagTAVRIN_POINT> rect = verticesOf(*filter);
     EXPECT_POINT_NEAR(rect[2], 0.6f, 0.7f, 1e-6);
     EXPECT_POINT_NEAR(rect[1], 0.6f, 0.3f, 1e-6);
     EXPECT_POINT_NEAR(rect[3], 0.2f, 0.7f, 1e-6);
@@ -252,7 +236,7 @@ TEST_F(SizeFilterTest, SquareLearnsTheViewSizeFromADraw)
     tagTAVRIN_POINT a = pt(0.1f, 0.1f);
     tagTAVRIN_POINT b = pt(0.5f, 0.3f);
     ASSERT_TRUE(filter->SetDiagonal(a, b));
-    const std::vector<tagTAVRIN_POINT> sq = points(filter);
+    const std::vector<tagTAVRIN_POINT> sq = verticesOf(*filter);
     ASSERT_EQ(sq.size(), 4u);
     EXPECT_POINT_NEAR(sq[2], 0.5f, 0.34f, 1e-6);  // side 120 pixels: 0.4 x 0.24
 }
@@ -264,79 +248,10 @@ TEST_F(SizeFilterTest, SquareWithoutAViewSizeGetsNoNonFiniteCorner)
     tagTAVRIN_POINT a = pt(0.1f, 0.1f);
     tagTAVRIN_POINT b = pt(0.5f, 0.3f);
     filter->SetDiagonal(a, b);
-    for (const tagTAVRIN_POINT& p : points(filter)) {
+    for (const tagTAVRIN_POINT& p : verticesOf(*filter)) {
         EXPECT_TRUE(std::isfinite(p.x) && std::isfinite(p.y));
     }
     filter->Draw(nullptr, 0, 0, true);
-    for (const rec::Batch& batch : recorded().batches) {
-        for (const tagTAVRIN_POINT& v : batch.vertices) {
-            EXPECT_TRUE(std::isfinite(v.x) && std::isfinite(v.y));
-        }
-    }
+    EXPECT_TRUE(everythingFinite());
     EXPECT_GL_STATE_CLEAN();
-}
-
-TEST_F(SizeFilterTest, LockedOperationsKeepTheRectangleWholeAcrossThreads)
-{
-    const int kThreads = 4;
-    const int kIterations = 1000;
-    SizeFilter* filter = rectangleFilter();
-    filter->SetSelPointIndex(1);
-    std::atomic<int> torn{0};
-    std::atomic<int> reads{0};
-    std::atomic<int> ready{0};
-    auto worker = [&](unsigned int seed) {
-        // Start together, so the threads' edits overlap as much as they can.
-        ++ready;
-        while (ready.load() < kThreads) {
-            std::this_thread::yield();
-        }
-        std::minstd_rand rng(seed);
-        std::uniform_real_distribution<float> coord(0.1f, 0.9f);
-        std::uniform_real_distribution<float> step(-0.05f, 0.05f);
-        for (int i = 0; i < kIterations; ++i) {
-            tagTAVRIN_POINT a = pt(coord(rng), coord(rng));
-            tagTAVRIN_POINT b = pt(coord(rng), coord(rng));
-            switch (i % 4) {
-            case 0:
-                filter->SetDiagonal(a, b);
-                break;
-            case 1: {
-                tagTAVRIN_POINT c[4] = {a, pt(b.x, a.y), b, pt(a.x, b.y)};
-                filter->SetPoints(c, 4);
-                break;
-            }
-            case 2: {
-                tagTAVRIN_POINT to = pt(a.x + step(rng), a.y + step(rng));
-                filter->Move(a, to);
-                break;
-            }
-            default: {
-                tagTAVRIN_POINT to = pt(a.x + step(rng), a.y + step(rng));
-                filter->MovePoint(a, to);
-                break;
-            }
-            }
-            tagTAVRIN_POINT out[20];
-            unsigned int count = 0;
-            if (filter->GetPoints(out, &count)) {
-                ++reads;
-                if (count != 4 || !isAxisParallelRectangle(out)) {
-                    ++torn;
-                }
-            }
-        }
-    };
-    std::vector<std::thread> threads;
-    for (int t = 0; t < kThreads; ++t) {
-        threads.emplace_back(worker, 17u + static_cast<unsigned int>(t));
-    }
-    for (std::thread& t : threads) {
-        t.join();
-    }
-    EXPECT_EQ(reads.load(), kThreads * kIterations);
-    EXPECT_EQ(torn.load(), 0);
-    const std::vector<tagTAVRIN_POINT> c = points(filter);
-    ASSERT_EQ(c.size(), 4u);
-    EXPECT_TRUE(isAxisParallelRectangle(c.data()));
 }

@@ -1,9 +1,9 @@
 #include "rules/RulesTest.h"
+#include "support/PolygonBuilders.h"
 
 #include <Tavrin/ITCLine.h>
 #include <Tavrin/Lane.h>
 
-#include <limits>
 #include <ostream>
 
 using Tavrin::ITCLine;
@@ -20,13 +20,7 @@ const unsigned int kLaneSelected = 0x00f0f0;
 const std::vector<std::string> kLabelSmooth = {"GL_POLYGON_SMOOTH", "GL_LINE_SMOOTH"};
 
 tagTAVRIN_POINT kSquare[4] = {{0.2f, 0.2f}, {0.4f, 0.2f}, {0.4f, 0.4f}, {0.2f, 0.4f}};
-
-void fill(tagTAVRIN_POINT* out, std::size_t n, float v)
-{
-    for (std::size_t i = 0; i < n; ++i) {
-        out[i] = pt(v, v);
-    }
-}
+const tagTAVRIN_POINT o = {0.0f, 0.0f};
 
 }  // namespace
 
@@ -51,24 +45,16 @@ TEST_F(ITCLineTest, HostDrivesATrafficLine)
     EXPECT_EQ(line->GetLineType(), TAVRIN_ITC_LINE_GREEN);
 
     EXPECT_TRUE(hits(*line, pt(0.4f, 0.5005f)));
-    tagTAVRIN_POINT first = pt(0.205f, 0.5f);
-    EXPECT_EQ(line->CheckPointSelected(first), 1u);
+    EXPECT_EQ(vertexAt(*line, pt(0.205f, 0.5f)), 1u);
     line->SetSelPointIndex(1);
     line->SetObjStatus(TAVRIN_OBJ_STATUS_SELECTED);
-    tagTAVRIN_POINT drop = pt(0.105f, 0.4f);
-    line->MovePoint(first, drop);  // p1 moves by (-0.1, -0.1)
+    dragVertex(*line, pt(0.205f, 0.5f), pt(0.105f, 0.4f));  // p1 moves by (-0.1, -0.1)
     drag(*line, pt(0.3f, 0.5f), pt(0.3f, 0.6f));
 
-    tagTAVRIN_POINT out[10];
-    fill(out, 10, 9.0f);
     unsigned int count = 0;
-    ASSERT_TRUE(line->GetPoints(out, &count));
-    ASSERT_EQ(count, 2u);
-    EXPECT_POINT_NEAR(out[0], 0.1f, 0.5f, 1e-6);
-    EXPECT_POINT_NEAR(out[1], 0.6f, 0.6f, 1e-6);
-    for (int i = 2; i < 10; ++i) {
-        EXPECT_POINT_NEAR(out[i], 0.0f, 0.0f, 0.0);
-    }
+    EXPECT_TRUE(nearPoints(bufferOf(*line, &count), {pt(0.1f, 0.5f), pt(0.6f, 0.6f), o, o, o, o, o, o, o, o},
+                           1e-6f));
+    EXPECT_EQ(count, 2u);
 
     rec::gl().reset();
     line->Draw(nullptr, 1000, 1000, false);
@@ -183,17 +169,12 @@ TEST_F(ITCLineTest, CountReportedIsTheStoredOneNotTheLines)
     ASSERT_TRUE(line->SetPoints(three, 2));
     EXPECT_FALSE(line->SetPoints(three, 3));  // refused by the line, kept in the copy
 
-    tagTAVRIN_POINT out[10];
-    fill(out, 10, 9.0f);
     unsigned int count = 0;
-    ASSERT_TRUE(line->GetPoints(out, &count));
+    EXPECT_TRUE(samePoints(bufferOf(*line, &count), {three[0], three[1], three[2], o, o, o, o, o, o, o}));
     EXPECT_EQ(count, 3u);
-    EXPECT_POINT_NEAR(out[2], 0.3f, 0.3f, 0.0);
-    EXPECT_POINT_NEAR(out[3], 0.0f, 0.0f, 0.0);
-
     // A Draw reads the line back, count included.
     line->Draw(nullptr, 640, 480, true);
-    ASSERT_TRUE(line->GetPoints(out, &count));
+    bufferOf(*line, &count);
     EXPECT_EQ(count, 2u);
 }
 
@@ -203,22 +184,16 @@ TEST_F(ITCLineTest, RefusedInputChangesNothing)
     tagTAVRIN_POINT eleven[11] = {};
     EXPECT_FALSE(line->SetPoints(eleven, 11));
     EXPECT_FALSE(line->SetPoints(nullptr, 2));
-    tagTAVRIN_POINT bad[2] = {pt(std::numeric_limits<float>::quiet_NaN(), 0.1f), pt(0.1f, 0.1f)};
+    tagTAVRIN_POINT bad[2] = {pt(kNaN, 0.1f), pt(0.1f, 0.1f)};
     EXPECT_FALSE(line->SetPoints(bad, 2));
-    tagTAVRIN_POINT from = pt(0.5f, 0.5f);
-    tagTAVRIN_POINT off = pt(0.95f, 0.5f);  // p2 would reach 1.05
-    line->Move(from, off);
-    tagTAVRIN_POINT inf = pt(std::numeric_limits<float>::infinity(), 0.5f);
-    line->Move(from, inf);
+    drag(*line, pt(0.5f, 0.5f), pt(0.95f, 0.5f));  // p2 would reach 1.05
+    drag(*line, pt(0.5f, 0.5f), pt(kInf, 0.5f));
 
     tagTAVRIN_POINT out[10];
     unsigned int count = 0;
     EXPECT_FALSE(line->GetPoints(nullptr, &count));
     EXPECT_FALSE(line->GetPoints(out, nullptr));
-    ASSERT_TRUE(line->GetPoints(out, &count));
-    ASSERT_EQ(count, 2u);
-    EXPECT_POINT_NEAR(out[0], 0.2f, 0.5f, 0.0);
-    EXPECT_POINT_NEAR(out[1], 0.6f, 0.5f, 0.0);
+    EXPECT_TRUE(samePoints(verticesOf(*line), {pt(0.2f, 0.5f), pt(0.6f, 0.5f)}));
 }
 
 // ---------------------------------------------------------------------------------
@@ -230,9 +205,8 @@ protected:
     {
         Lane* lane = hostCreate<Lane>();
         EXPECT_TRUE(lane->SetPoints(kSquare, 4));
-        tagTAVRIN_POINT tail = pt(0.25f, 0.3f);
-        tagTAVRIN_POINT tip = pt(0.35f, 0.3f);
-        EXPECT_TRUE(lane->SetArrowPoints(tail, tip));
+        tagTAVRIN_POINT ends[2] = {pt(0.25f, 0.3f), pt(0.35f, 0.3f)};
+        EXPECT_TRUE(lane->SetArrowPoints(ends[0], ends[1]));
         return lane;
     }
 };
@@ -243,27 +217,15 @@ TEST_F(LaneTest, HostDrivesALane)
     ASSERT_NE(lane, nullptr);
     char name[] = "Bus lane";
     lane->SetLabelText(name, 8);
-    tagTAVRIN_POINT corner = pt(0.4f, 0.395f);
-    EXPECT_EQ(lane->CheckPointSelected(corner), 3u);
+    EXPECT_EQ(vertexAt(*lane, pt(0.4f, 0.395f)), 3u);
     lane->SetSelPointIndex(3);
-    tagTAVRIN_POINT drop = pt(0.45f, 0.445f);
-    lane->MovePoint(corner, drop);
-    tagTAVRIN_POINT inside = pt(0.3f, 0.3f);
-    EXPECT_TRUE(lane->CheckSelected(inside));
-    tagTAVRIN_POINT to = pt(0.3f, 0.4f);
-    lane->Move(inside, to);
+    dragVertex(*lane, pt(0.4f, 0.395f), pt(0.45f, 0.445f));
+    EXPECT_TRUE(hits(*lane, pt(0.3f, 0.3f)));
+    drag(*lane, pt(0.3f, 0.3f), pt(0.3f, 0.4f));
 
-    tagTAVRIN_POINT out[10];
-    unsigned int count = 0;
-    ASSERT_TRUE(lane->GetPoints(out, &count));
-    ASSERT_EQ(count, 4u);
-    EXPECT_POINT_NEAR(out[0], 0.2f, 0.3f, 1e-6);
-    EXPECT_POINT_NEAR(out[2], 0.45f, 0.55f, 1e-6);
-    tagTAVRIN_POINT tail;
-    tagTAVRIN_POINT tip;
-    ASSERT_TRUE(lane->GetArrowPoints(&tail, &tip));
-    EXPECT_POINT_NEAR(tail, 0.25f, 0.4f, 1e-6);
-    EXPECT_POINT_NEAR(tip, 0.35f, 0.4f, 1e-6);
+    EXPECT_TRUE(nearPoints(verticesOf(*lane),
+                           {pt(0.2f, 0.3f), pt(0.4f, 0.3f), pt(0.45f, 0.55f), pt(0.2f, 0.5f)}, 1e-6f));
+    EXPECT_TRUE(nearPoints(arrowOf(*lane), {pt(0.25f, 0.4f), pt(0.35f, 0.4f)}, 1e-6f));
 
     lane->Draw(nullptr, 1000, 1000, true);
     const auto& batches = recorded().batches;
@@ -303,38 +265,23 @@ TEST_F(LaneTest, StatusTurnsOutlineArrowAndLabelTogether)
 TEST_F(LaneTest, ArrowMovesOnlyWithAnAcceptedDrag)
 {
     Lane* lane = laneWithArrow();
-    tagTAVRIN_POINT from = pt(0.3f, 0.3f);
-    tagTAVRIN_POINT tooFar = pt(1.0f, 0.3f);  // the outline would reach x = 1.1
-    lane->Move(from, tooFar);
-    tagTAVRIN_POINT tail;
-    tagTAVRIN_POINT tip;
-    ASSERT_TRUE(lane->GetArrowPoints(&tail, &tip));
-    EXPECT_POINT_NEAR(tail, 0.25f, 0.3f, 0.0);
-    EXPECT_POINT_NEAR(tip, 0.35f, 0.3f, 0.0);
-
-    tagTAVRIN_POINT by = pt(0.4f, 0.45f);
-    lane->Move(from, by);
-    ASSERT_TRUE(lane->GetArrowPoints(&tail, &tip));
-    EXPECT_POINT_NEAR(tail, 0.35f, 0.45f, 1e-6);
-    EXPECT_POINT_NEAR(tip, 0.45f, 0.45f, 1e-6);
+    drag(*lane, pt(0.3f, 0.3f), pt(1.0f, 0.3f));  // the outline would reach x = 1.1
+    EXPECT_TRUE(samePoints(arrowOf(*lane), {pt(0.25f, 0.3f), pt(0.35f, 0.3f)}));
+    drag(*lane, pt(0.3f, 0.3f), pt(0.4f, 0.45f));
+    EXPECT_TRUE(nearPoints(arrowOf(*lane), {pt(0.35f, 0.45f), pt(0.45f, 0.45f)}, 1e-6f));
 }
 
 TEST_F(LaneTest, ArrowIsNeitherHitNorDraggedByVertex)
 {
     Lane* lane = hostCreate<Lane>();
-    tagTAVRIN_POINT tail = pt(0.6f, 0.6f);
-    tagTAVRIN_POINT tip = pt(0.7f, 0.6f);
-    ASSERT_TRUE(lane->SetArrowPoints(tail, tip));
-    EXPECT_EQ(lane->CheckPointSelected(tail), 0u);
-    EXPECT_FALSE(lane->CheckSelected(tail));
+    tagTAVRIN_POINT ends[2] = {pt(0.6f, 0.6f), pt(0.7f, 0.6f)};
+    ASSERT_TRUE(lane->SetArrowPoints(ends[0], ends[1]));
+    EXPECT_EQ(vertexAt(*lane, ends[0]), 0u);
+    EXPECT_FALSE(hits(*lane, ends[0]));
     EXPECT_TRUE(lane->IsNull());  // the outline alone decides
     lane->SetSelPointIndex(1);
-    tagTAVRIN_POINT drop = pt(0.5f, 0.5f);
-    lane->MovePoint(tail, drop);
-    tagTAVRIN_POINT a;
-    tagTAVRIN_POINT b;
-    ASSERT_TRUE(lane->GetArrowPoints(&a, &b));
-    EXPECT_POINT_NEAR(a, 0.6f, 0.6f, 0.0);
+    dragVertex(*lane, ends[0], pt(0.5f, 0.5f));
+    EXPECT_TRUE(samePoints(arrowOf(*lane), {ends[0], ends[1]}));
 }
 
 TEST_F(LaneTest, EmptyLaneStillPlacesItsLabelFromTheOrigin)
@@ -353,20 +300,13 @@ TEST_F(LaneTest, RefusedInputChangesNothing)
     tagTAVRIN_POINT eleven[11] = {};
     EXPECT_FALSE(lane->SetPoints(eleven, 11));
     EXPECT_FALSE(lane->SetPoints(nullptr, 3));
-    tagTAVRIN_POINT bad = pt(0.5f, std::numeric_limits<float>::quiet_NaN());
-    tagTAVRIN_POINT good = pt(0.5f, 0.5f);
-    EXPECT_FALSE(lane->SetArrowPoints(bad, good));
-    tagTAVRIN_POINT tail;
-    EXPECT_FALSE(lane->GetArrowPoints(&tail, nullptr));
-    EXPECT_FALSE(lane->GetArrowPoints(nullptr, &tail));
-    tagTAVRIN_POINT tip;
-    ASSERT_TRUE(lane->GetArrowPoints(&tail, &tip));
-    EXPECT_POINT_NEAR(tail, 0.25f, 0.3f, 0.0);
-
-    tagTAVRIN_POINT out[10];
+    tagTAVRIN_POINT bad[2] = {pt(0.5f, kNaN), pt(0.5f, 0.5f)};
+    EXPECT_FALSE(lane->SetArrowPoints(bad[0], bad[1]));
+    EXPECT_FALSE(lane->GetArrowPoints(&bad[0], nullptr));
+    EXPECT_FALSE(lane->GetArrowPoints(nullptr, &bad[0]));
+    EXPECT_TRUE(samePoints(arrowOf(*lane), {pt(0.25f, 0.3f), pt(0.35f, 0.3f)}));
     unsigned int count = 0;
     EXPECT_FALSE(lane->GetPoints(nullptr, &count));
-    ASSERT_TRUE(lane->GetPoints(out, &count));
-    EXPECT_EQ(count, 4u);
+    EXPECT_TRUE(samePoints(verticesOf(*lane), Points(kSquare, kSquare + 4)));
     EXPECT_TRUE(lane->SetPoints(eleven, 10));
 }

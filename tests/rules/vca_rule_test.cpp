@@ -3,7 +3,6 @@
 
 #include <Tavrin/VcaRule.h>
 
-#include <limits>
 
 using Tavrin::VcaRule;
 
@@ -25,7 +24,15 @@ tagTAVRIN_POINT kTen[10] = {{0.1f, 0.1f}, {0.2f, 0.1f}, {0.3f, 0.15f}, {0.4f, 0.
 
 }  // namespace
 
-class VcaRuleTest : public RuleTest {};
+class VcaRuleTest : public RuleTest {
+protected:
+    VcaRule* ruleOf(Points points)
+    {
+        VcaRule* rule = hostCreate<VcaRule>();
+        EXPECT_TRUE(rule->SetPoints(points.data(), static_cast<unsigned int>(points.size())));
+        return rule;
+    }
+};
 
 TEST_F(VcaRuleTest, HostDrivesAPolygonRuleFromCreationToRelease)
 {
@@ -39,26 +46,14 @@ TEST_F(VcaRuleTest, HostDrivesAPolygonRuleFromCreationToRelease)
     EXPECT_TRUE(hits(*rule, pt(0.3f, 0.3f)));
     EXPECT_FALSE(hits(*rule, pt(0.5f, 0.3f)));
 
-    tagTAVRIN_POINT nearSecond = pt(0.41f, 0.2f);
-    EXPECT_EQ(rule->CheckPointSelected(nearSecond), 2u);
+    EXPECT_EQ(vertexAt(*rule, pt(0.41f, 0.2f)), 2u);
     EXPECT_EQ(rule->GetSelPointIndex(), 0u);  // the hit test stores nothing
     rule->SetSelPointIndex(2);
     rule->SetObjStatus(TAVRIN_OBJ_STATUS_SELECTED);
-    tagTAVRIN_POINT to = pt(0.51f, 0.25f);
-    rule->MovePoint(nearSecond, to);  // vertex 2 moves by (0.1, 0.05)
-
-    tagTAVRIN_POINT from = pt(0.3f, 0.3f);
-    tagTAVRIN_POINT by = pt(0.35f, 0.3f);
-    rule->Move(from, by);
-
-    tagTAVRIN_POINT out[10];
-    unsigned int count = 0;
-    ASSERT_TRUE(rule->GetPoints(out, &count));
-    ASSERT_EQ(count, 4u);
-    EXPECT_POINT_NEAR(out[0], 0.25f, 0.2f, 1e-6);
-    EXPECT_POINT_NEAR(out[1], 0.55f, 0.25f, 1e-6);
-    EXPECT_POINT_NEAR(out[2], 0.45f, 0.4f, 1e-6);
-    EXPECT_POINT_NEAR(out[3], 0.25f, 0.4f, 1e-6);
+    dragVertex(*rule, pt(0.41f, 0.2f), pt(0.51f, 0.25f));  // vertex 2 moves by (0.1, 0.05)
+    drag(*rule, pt(0.3f, 0.3f), pt(0.35f, 0.3f));
+    EXPECT_TRUE(nearPoints(verticesOf(*rule),
+                           {pt(0.25f, 0.2f), pt(0.55f, 0.25f), pt(0.45f, 0.4f), pt(0.25f, 0.4f)}, 1e-6f));
 
     rule->Draw(nullptr, 800, 600, false);
     ASSERT_FALSE(recorded().batches.empty());
@@ -83,8 +78,7 @@ TEST_F(VcaRuleTest, HostDrivesAPolygonRuleFromCreationToRelease)
 
 TEST_F(VcaRuleTest, FreshRuleDrawsAPolygonInTheNormalColour)
 {
-    VcaRule* rule = hostCreate<VcaRule>();
-    ASSERT_TRUE(rule->SetPoints(kSquare, 3));
+    VcaRule* rule = ruleOf(Points(kSquare, kSquare + 3));
     rule->Draw(nullptr, 640, 480, true);
     EXPECT_EQ(batchModes(), (std::vector<GLenum>{GL_LINE_LOOP, GL_POLYGON}));
     EXPECT_EQ(recorded().batches[0].color, rec::rgba(kBlue));
@@ -125,9 +119,7 @@ TEST_F(VcaRuleTest, SetColorsReachLineAndPolygonButNeverTheBrokenLine)
 
 TEST_F(VcaRuleTest, LineIsDrawnWithTheStoredLineType)
 {
-    VcaRule* rule = hostCreate<VcaRule>();
-    tagTAVRIN_POINT two[2] = {pt(0.2f, 0.5f), pt(0.6f, 0.5f)};
-    ASSERT_TRUE(rule->SetPoints(two, 2));
+    VcaRule* rule = ruleOf({pt(0.2f, 0.5f), pt(0.6f, 0.5f)});
     rule->SetRuleType(TAVRIN_RULE_LINE);
 
     rule->Draw(nullptr, 1000, 1000, true);  // line type 1 by default: the plain bar
@@ -196,8 +188,7 @@ TEST_F(VcaRuleTest, SwitchToLineMovesTheStoredVerticesIntoIt)
 
 TEST_F(VcaRuleTest, RefusedSwitchKeepsTheFigure)
 {
-    VcaRule* rule = hostCreate<VcaRule>();
-    ASSERT_TRUE(rule->SetPoints(kSquare, 3));
+    VcaRule* rule = ruleOf(Points(kSquare, kSquare + 3));
     rule->SetRuleType(TAVRIN_RULE_LINE);
     EXPECT_EQ(rule->GetRuleType(), TAVRIN_RULE_REGION);
     rule->Draw(nullptr, 640, 480, true);
@@ -208,9 +199,7 @@ TEST_F(VcaRuleTest, RefusedSwitchKeepsTheFigure)
 
 TEST_F(VcaRuleTest, StatusStaysWithThePrimitiveItWasSetOn)
 {
-    VcaRule* rule = hostCreate<VcaRule>();
-    tagTAVRIN_POINT two[2] = {pt(0.1f, 0.2f), pt(0.3f, 0.4f)};
-    ASSERT_TRUE(rule->SetPoints(two, 2));
+    VcaRule* rule = ruleOf({pt(0.1f, 0.2f), pt(0.3f, 0.4f)});
     rule->SetObjStatus(TAVRIN_OBJ_STATUS_SELECTED);
     rule->SetSelPointIndex(2);
     rule->SetRuleType(TAVRIN_RULE_LINE);
@@ -223,8 +212,7 @@ TEST_F(VcaRuleTest, StatusStaysWithThePrimitiveItWasSetOn)
 
 TEST_F(VcaRuleTest, ClosedFlagBelongsToTheActivePrimitive)
 {
-    VcaRule* rule = hostCreate<VcaRule>();
-    ASSERT_TRUE(rule->SetPoints(kSquare, 3));
+    VcaRule* rule = ruleOf(Points(kSquare, kSquare + 3));
     rule->SetClosed(false);
     EXPECT_FALSE(rule->GetClosed());
     rule->Draw(nullptr, 640, 480, true);  // an open polygon: one GL_LINES per edge, no fill
@@ -235,9 +223,7 @@ TEST_F(VcaRuleTest, ClosedFlagBelongsToTheActivePrimitive)
 
 TEST_F(VcaRuleTest, ArrowDirectionGoesToTheBrokenLineUnlessTheRuleIsALine)
 {
-    VcaRule* rule = hostCreate<VcaRule>();
-    tagTAVRIN_POINT two[2] = {pt(0.2f, 0.5f), pt(0.6f, 0.5f)};
-    ASSERT_TRUE(rule->SetPoints(two, 2));
+    VcaRule* rule = ruleOf({pt(0.2f, 0.5f), pt(0.6f, 0.5f)});
     rule->SetRuleType(static_cast<tagTAVRIN_RULE_TYPE>(7));
     EXPECT_EQ(rule->GetRuleType(), static_cast<tagTAVRIN_RULE_TYPE>(7));
     rule->SetArrowDirection(TAVRIN_ARROW_POSITIVE);  // a polygon: the broken line takes it
@@ -265,9 +251,7 @@ TEST_F(VcaRuleTest, ArrowDirectionGoesToTheBrokenLineUnlessTheRuleIsALine)
 
 TEST_F(VcaRuleTest, TraversePlaneReachesTheBrokenLineOneDrawLate)
 {
-    VcaRule* rule = hostCreate<VcaRule>();
-    tagTAVRIN_POINT two[2] = {pt(0.2f, 0.5f), pt(0.6f, 0.5f)};
-    ASSERT_TRUE(rule->SetPoints(two, 2));
+    VcaRule* rule = ruleOf({pt(0.2f, 0.5f), pt(0.6f, 0.5f)});
     rule->SetRuleType(TAVRIN_RULE_BROKEN_LINE);
     rule->SetArrowDirection(TAVRIN_ARROW_POSITIVE);
     rule->SetIsTraversePlane(true);
@@ -296,20 +280,11 @@ TEST_F(VcaRuleTest, GetPointsWritesAllTenEntriesOfTheStoredCopy)
     rule->SetRuleType(TAVRIN_RULE_LINE);
     // Three vertices: the line refuses them but the copy keeps them.
     EXPECT_FALSE(rule->SetPoints(kSquare, 3));
-
-    tagTAVRIN_POINT out[10];
-    for (tagTAVRIN_POINT& p : out) {
-        p = pt(9.0f, 9.0f);
-    }
     unsigned int count = 0;
-    ASSERT_TRUE(rule->GetPoints(out, &count));
+    const tagTAVRIN_POINT o = pt(0.0f, 0.0f);
+    // The line's own end points, then the third vertex left in the copy by the longer set.
+    EXPECT_TRUE(samePoints(bufferOf(*rule, &count), {two[0], two[1], kSquare[2], o, o, o, o, o, o, o}));
     EXPECT_EQ(count, 2u);
-    EXPECT_POINT_NEAR(out[0], 0.1f, 0.2f, 0.0);  // the line's own end points
-    EXPECT_POINT_NEAR(out[1], 0.3f, 0.4f, 0.0);
-    EXPECT_POINT_NEAR(out[2], 0.4f, 0.4f, 0.0);  // left in the copy by the longer set
-    for (int i = 3; i < 10; ++i) {
-        EXPECT_POINT_NEAR(out[i], 0.0f, 0.0f, 0.0);
-    }
 }
 
 TEST_F(VcaRuleTest, RefusedSetPointsChangesNothing)
@@ -320,41 +295,35 @@ TEST_F(VcaRuleTest, RefusedSetPointsChangesNothing)
     tagTAVRIN_POINT eleven[11] = {};
     EXPECT_FALSE(rule->SetPoints(eleven, 11));
     EXPECT_FALSE(rule->SetPoints(nullptr, 2));
-    tagTAVRIN_POINT bad[2] = {pt(0.1f, std::numeric_limits<float>::quiet_NaN()), pt(0.2f, 0.2f)};
+    tagTAVRIN_POINT bad[2] = {pt(0.1f, kNaN), pt(0.2f, 0.2f)};
     EXPECT_FALSE(rule->SetPoints(bad, 2));
-    bad[0] = pt(std::numeric_limits<float>::infinity(), 0.1f);
+    bad[0] = pt(kInf, 0.1f);
     EXPECT_FALSE(rule->SetPoints(bad, 2));
 
-    tagTAVRIN_POINT out[10] = {};
     unsigned int count = 0;
     EXPECT_FALSE(rule->GetPoints(nullptr, &count));
+    tagTAVRIN_POINT out[10];
     EXPECT_FALSE(rule->GetPoints(out, nullptr));
-    ASSERT_TRUE(rule->GetPoints(out, &count));
-    EXPECT_TRUE(samePoints(Points(out, out + 10),
+    EXPECT_TRUE(samePoints(bufferOf(*rule, &count),
                            {kSquare[0], kSquare[1], kSquare[2], kSquare[3], {}, {}, {}, {}, {}, {}}));
     EXPECT_EQ(count, 4u);
 }
 
 TEST_F(VcaRuleTest, NonFiniteDragsAreIgnored)
 {
-    VcaRule* rule = hostCreate<VcaRule>();
-    ASSERT_TRUE(rule->SetPoints(kSquare, 4));
-    const float nan = std::numeric_limits<float>::quiet_NaN();
-    const float inf = std::numeric_limits<float>::infinity();
+    VcaRule* rule = ruleOf(Points(kSquare, kSquare + 4));
     for (tagTAVRIN_RULE_TYPE type : {TAVRIN_RULE_REGION, TAVRIN_RULE_BROKEN_LINE}) {
         rule->SetRuleType(type);
         rule->SetSelPointIndex(1);
-        drag(*rule, pt(0.2f, 0.2f), pt(nan, 0.2f));
-        dragVertex(*rule, pt(0.2f, 0.2f), pt(0.2f, -inf));
+        drag(*rule, pt(0.2f, 0.2f), pt(kNaN, 0.2f));
+        dragVertex(*rule, pt(0.2f, 0.2f), pt(0.2f, -kInf));
         EXPECT_TRUE(samePoints(verticesOf(*rule), Points(kSquare, kSquare + 4))) << type;
     }
 }
 
 TEST_F(VcaRuleTest, LineRuleIsHitOnItsSegmentInPixels)
 {
-    VcaRule* rule = hostCreate<VcaRule>();
-    tagTAVRIN_POINT two[2] = {pt(0.2f, 0.5f), pt(0.6f, 0.5f)};
-    ASSERT_TRUE(rule->SetPoints(two, 2));
+    VcaRule* rule = ruleOf({pt(0.2f, 0.5f), pt(0.6f, 0.5f)});
     rule->SetRuleType(TAVRIN_RULE_LINE);
     rule->Draw(nullptr, 1000, 1000, true);  // gives the line its view size
     EXPECT_TRUE(hits(*rule, pt(0.4f, 0.5005f)));

@@ -7,27 +7,8 @@
 #include "support/GlTest.h"
 
 #include <cmath>
-#include <memory>
 #include <string>
 #include <vector>
-
-/// Drops the creator's reference when the test ends.
-struct ReleaseRefDeleter {
-    template <class T>
-    void operator()(T* object) const
-    {
-        object->ReleaseRef();
-    }
-};
-
-template <class T>
-using Owned = std::unique_ptr<T, ReleaseRefDeleter>;
-
-template <class T>
-Owned<T> create()
-{
-    return Owned<T>(T::NewInstance());
-}
 
 /// A whole pixel in normalised units, as snapped bar ends are.
 inline float pixel(int p, int size) { return static_cast<float>(p) / static_cast<float>(size); }
@@ -67,14 +48,6 @@ inline std::vector<std::string> textColors()
         }
     }
     return out;
-}
-
-/// glColor4ub call text of a 0xRRGGBB colour at alpha 255.
-inline std::string colorCall(unsigned int rgb)
-{
-    const rec::Rgba c = rec::rgba(rgb);
-    return "glColor4ub(" + std::to_string(c.r) + "," + std::to_string(c.g) + "," + std::to_string(c.b) +
-           ",255)";
 }
 
 #endif  // TAVRIN_TESTS_CALITEST_H

@@ -9,10 +9,33 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <limits>
+#include <memory>
 #include <string>
 #include <vector>
 
 inline tagTAVRIN_POINT pt(float x, float y) { return tagTAVRIN_POINT{x, y}; }
+
+inline const float kNaN = std::numeric_limits<float>::quiet_NaN();
+inline const float kInf = std::numeric_limits<float>::infinity();
+
+/// Drops the creator's reference when the test ends.
+struct ReleaseRefDeleter {
+    template <class T>
+    void operator()(T* object) const
+    {
+        object->ReleaseRef();
+    }
+};
+
+template <class T>
+using Owned = std::unique_ptr<T, ReleaseRefDeleter>;
+
+template <class T>
+Owned<T> create()
+{
+    return Owned<T>(T::NewInstance());
+}
 
 /// Fixture for drawing tests: the recording GL starts empty.
 class GlTest : public ::testing::Test {
@@ -57,6 +80,25 @@ inline std::vector<std::string> leaveCalls(const std::vector<std::string>& smoot
     }
     calls.push_back("glLoadIdentity()");
     return calls;
+}
+
+/// The call text glColor4ub emits for 0xRRGGBB at the given alpha.
+inline std::string colourCall(unsigned int rgb, int alpha = 255)
+{
+    const rec::Rgba c = rec::rgba(rgb, alpha);
+    return "glColor4ub(" + std::to_string(c.r) + "," + std::to_string(c.g) + "," + std::to_string(c.b) + "," +
+           std::to_string(c.a) + ")";
+}
+
+/// The batch's vertices, mapped back to picture coordinates, are `expected` within `tolerance`.
+inline void expectVertices(const rec::Batch& batch, const std::vector<tagTAVRIN_POINT>& expected,
+                           double tolerance = 1e-6)
+{
+    ASSERT_EQ(batch.vertices.size(), expected.size());
+    for (std::size_t i = 0; i < expected.size(); ++i) {
+        SCOPED_TRACE(i);
+        EXPECT_POINT_NEAR(batch.at(i), expected[i].x, expected[i].y, tolerance);
+    }
 }
 
 /// Concatenates call lists, for building expected sequences.

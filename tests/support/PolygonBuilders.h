@@ -32,6 +32,25 @@ Points verticesOf(Figure& figure)
     return Points(buffer, buffer + (count <= 20 ? count : 20));
 }
 
+/// Every entry GetPoints leaves in a buffer of `size` entries first filled with (9, 9), and
+/// the count it reports.
+template <class Figure>
+Points bufferOf(Figure& figure, unsigned int* count, std::size_t size = 10)
+{
+    Points buffer(size, pt(9.0f, 9.0f));
+    EXPECT_TRUE(figure.GetPoints(buffer.data(), count));
+    return buffer;
+}
+
+/// A figure's arrow (tail, tip) through GetArrowPoints.
+template <class Figure>
+Points arrowOf(Figure& figure)
+{
+    Points ends(2, pt(-1.0f, -1.0f));
+    EXPECT_TRUE(figure.GetArrowPoints(&ends[0], &ends[1]));
+    return ends;
+}
+
 /// Sets `points` on a figure, expecting success.
 template <class Figure>
 void setVertices(Figure& figure, Points points)
