@@ -11,6 +11,8 @@ struct TextBoxRow {
     tagTAVRIN_POINT second;
 };
 
+void PrintTo(const TextBoxRow& row, std::ostream* os) { *os << row.name; }
+
 class MarkerTextBox : public ::testing::TestWithParam<TextBoxRow> {};
 
 TEST_P(MarkerTextBox, FirstCornerIsClampedAndTheSecondIsNot)

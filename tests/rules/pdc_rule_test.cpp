@@ -174,6 +174,8 @@ struct TextPlacementRow {
     tagTAVRIN_POINT text;
 };
 
+void PrintTo(const TextPlacementRow& row, std::ostream* os) { *os << row.name; }
+
 class PdcRuleText : public PdcRuleTest, public ::testing::WithParamInterface<TextPlacementRow> {};
 
 TEST_P(PdcRuleText, TextIsAnchoredAtTheClampedCorner)

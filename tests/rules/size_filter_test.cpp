@@ -4,13 +4,7 @@
 #include <Tavrin/SizeFilter.h>
 
 #include <cmath>
-<<<<<<< HEAD
-#include <limits>
 #include <ostream>
-#include <random>
-#include <thread>
-=======
->>>>>>> tests
 
 using Tavrin::SizeFilter;
 
@@ -84,7 +78,6 @@ struct SchemeRow {
     float width;
 };
 
-// Printed by name: the row's padding bytes are never read.
 void PrintTo(const SchemeRow& row, std::ostream* os) { *os << row.name; }
 
 class SizeFilterScheme : public SizeFilterTest, public ::testing::WithParamInterface<SchemeRow> {};

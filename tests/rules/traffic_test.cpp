@@ -76,7 +76,6 @@ struct ItcColourRow {
     std::size_t markers;
 };
 
-// Printed by name: the row's padding bytes are never read.
 void PrintTo(const ItcColourRow& row, std::ostream* os) { *os << row.name; }
 
 class ITCLineColours : public ITCLineTest, public ::testing::WithParamInterface<ItcColourRow> {};
@@ -117,6 +116,8 @@ struct ItcLabelRow {
     tagTAVRIN_POINT b;
     tagTAVRIN_POINT corner;
 };
+
+void PrintTo(const ItcLabelRow& row, std::ostream* os) { *os << row.name; }
 
 class ITCLineLabel : public ITCLineTest, public ::testing::WithParamInterface<ItcLabelRow> {};
 

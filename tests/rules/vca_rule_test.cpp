@@ -148,6 +148,8 @@ struct RuleSwitchRow {
     bool accepted;
 };
 
+void PrintTo(const RuleSwitchRow& row, std::ostream* os) { *os << row.name; }
+
 class VcaRuleSwitch : public RuleTest, public ::testing::WithParamInterface<RuleSwitchRow> {};
 
 TEST_P(VcaRuleSwitch, TypeChangesOnlyWhenTheTargetTakesTheStoredVertices)
