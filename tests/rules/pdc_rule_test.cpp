@@ -55,8 +55,7 @@ TEST_F(PdcRuleTest, HostDrivesAnAreaRule)
                            {pt(0.15f, 0.1f), pt(0.45f, 0.2f), pt(0.45f, 0.4f), pt(0.25f, 0.4f)}, 1e-6f));
     EXPECT_TRUE(nearPoints(arrowOf(*rule), {pt(0.35f, 0.25f), pt(0.35f, 0.35f)}, 1e-6f));
 
-    rule->Draw(nullptr, 1000, 1000, false);
-    const auto& batches = recorded().batches;
+    const auto& batches = drawn(*rule).batches;
     ASSERT_GE(batches.size(), 2u);
     EXPECT_EQ(batches.front().mode, static_cast<GLenum>(GL_LINE_LOOP));
     EXPECT_EQ(batches.front().color, rec::rgba(kBlue));
@@ -157,59 +156,39 @@ TEST_F(PdcRuleTest, NullLineDrawsOnlyThePointAndItsText)
 
     rule->SetVcaPDCLineOrRect(false);
     EXPECT_TRUE(rule->IsNull());  // the area mode asks the polygon only
-}
 
-TEST_F(PdcRuleTest, LineBecomesNonNullWithOneNonZeroVertex)
-{
-    PdcRule* rule = hostCreate<PdcRule>();
-    rule->SetVcaPDCLineOrRect(true);
+    PdcRule* line = lineRule();  // one non-zero vertex makes a line non-null
     tagTAVRIN_POINT ends[2] = {pt(0.0f, 0.0f), pt(0.0f, 0.1f)};
-    ASSERT_TRUE(rule->SetPoints(ends, 2));
-    EXPECT_FALSE(rule->IsNull());
+    ASSERT_TRUE(line->SetPoints(ends, 2));
+    EXPECT_FALSE(line->IsNull());
 }
 
-struct TextPlacementRow {
-    const char* name;
-    tagTAVRIN_POINT marker;
-    tagTAVRIN_POINT text;
-};
-
-void PrintTo(const TextPlacementRow& row, std::ostream* os) { *os << row.name; }
-
-class PdcRuleText : public PdcRuleTest, public ::testing::WithParamInterface<TextPlacementRow> {};
-
-TEST_P(PdcRuleText, TextIsAnchoredAtTheClampedCorner)
+TEST_F(PdcRuleTest, TextIsAnchoredAtTheClampedCorner)
 {
-    const TextPlacementRow& row = GetParam();
+    const struct {
+        tagTAVRIN_POINT marker, text;
+    } rows[] = {{{0.5f, 0.5f}, {0.51f, 0.49f}},    // inside
+                {{0.995f, 0.5f}, {0.97f, 0.49f}},  // right edge
+                {{0.5f, 0.005f}, {0.51f, 0.03f}},  // top edge
+                {{0.5f, 1.0f}, {0.51f, 0.99f}}};   // bottom edge
     PdcRule* rule = hostCreate<PdcRule>();
-    tagTAVRIN_POINT marker[1] = {row.marker};
-    ASSERT_TRUE(rule->SetSinglePoints(marker, 1));
     char text[] = "In 12 / Out 7";
     ASSERT_TRUE(rule->SetText(text));
-    rule->Draw(nullptr, 800, 600, true);
-    ASSERT_EQ(recorded().texts.size(), 1u);
-    EXPECT_POINT_NEAR(recorded().texts[0].position, row.text.x, row.text.y, 1e-6);
-    EXPECT_GL_STATE_CLEAN();
+    for (const auto& row : rows) {
+        tagTAVRIN_POINT marker[1] = {row.marker};
+        ASSERT_TRUE(rule->SetSinglePoints(marker, 1));
+        ASSERT_EQ(drawn(*rule, 800, 600).texts.size(), 1u);
+        EXPECT_POINT_NEAR(recorded().texts[0].position, row.text.x, row.text.y, 1e-6);
+        EXPECT_GL_STATE_CLEAN();
+    }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Table, PdcRuleText,
-    ::testing::Values(TextPlacementRow{"Inside", {0.5f, 0.5f}, {0.51f, 0.49f}},
-                      TextPlacementRow{"RightEdge", {0.995f, 0.5f}, {0.97f, 0.49f}},
-                      TextPlacementRow{"TopEdge", {0.5f, 0.005f}, {0.51f, 0.03f}},
-                      TextPlacementRow{"BottomEdge", {0.5f, 1.0f}, {0.51f, 0.99f}}),
-    [](const ::testing::TestParamInfo<TextPlacementRow>& info) { return info.param.name; });
-
-TEST_F(PdcRuleTest, AreaDragRefusedByThePolygonLeavesTheArrow)
+TEST_F(PdcRuleTest, ArrowFollowsTheAreaNotTheLine)
 {
     PdcRule* rule = areaRule();
     drag(*rule, pt(0.3f, 0.3f), pt(0.3f, 1.0f));  // the polygon would reach y = 1.1
     EXPECT_POINT_NEAR(areaArrowTail(rule), 0.3f, 0.25f, 0.0);
-}
-
-TEST_F(PdcRuleTest, LineDragMovesTheAreaArrowEvenWhenTheLineRefuses)
-{
-    PdcRule* rule = areaRule();
+    // A line-mode drag moves the area arrow even when the line refuses it.
     rule->SetVcaPDCLineOrRect(true);
     tagTAVRIN_POINT ends[2] = {pt(0.9f, 0.5f), pt(1.0f, 0.5f)};
     ASSERT_TRUE(rule->SetPoints(ends, 2));
@@ -234,14 +213,9 @@ TEST_F(PdcRuleTest, CalibrationPointsAreAlwaysTakenInPairs)
     EXPECT_FALSE(rule->GetPDCCaliPoint(nullptr, &count));
     EXPECT_FALSE(rule->GetPDCCaliPoint(out, nullptr));
     EXPECT_FALSE(rule->SetTargetWidthLine(nullptr));
-}
-
-TEST_F(PdcRuleTest, CalibrationHitIsZeroWhileLineCalibrationIsOff)
-{
-    PdcRule* rule = lineRule();
-    rule->Draw(nullptr, 1000, 1000, true);
-    tagTAVRIN_POINT p = pt(0.4f, 0.5f);
-    EXPECT_EQ(rule->CheckCaliPointSelected(p), 0u);  // the base would answer 1
+    drawn(*rule);
+    tagTAVRIN_POINT p = pt(0.3f, 0.5f);
+    EXPECT_EQ(rule->CheckCaliPointSelected(p), 0u);  // line calibration off; the base would answer 1
 }
 
 TEST_F(PdcRuleTest, SinglePointAndTextRefusals)

@@ -234,13 +234,6 @@ TYPED_TEST(RegionRule, EmptyRegionDrawsOnlyItsLabelFromTheOrigin)
     EXPECT_GL_STATE_CLEAN();
 }
 
-TYPED_TEST(RegionRule, DegenerateViewSizesDrawFiniteVertices)
-{
-    auto r = make<typename TestFixture::Region>(smallSquare());
-    r->SetObjStatus(TAVRIN_OBJ_STATUS_SELECTED);
-    expectFiniteAtDegenerateSizes(*r);
-}
-
 // ---- Object life and interface ----
 
 TYPED_TEST(RegionRule, VirtualSlotsFollowTheObjectBaseThenSetAndGetPoints)

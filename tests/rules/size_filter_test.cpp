@@ -4,7 +4,6 @@
 #include <Tavrin/SizeFilter.h>
 
 #include <cmath>
-#include <ostream>
 
 using Tavrin::SizeFilter;
 
@@ -23,9 +22,7 @@ protected:
     SizeFilter* rectangleFilter()
     {
         SizeFilter* filter = hostCreate<SizeFilter>();
-        tagTAVRIN_POINT a = pt(0.2f, 0.3f);
-        tagTAVRIN_POINT b = pt(0.5f, 0.6f);
-        EXPECT_TRUE(filter->SetDiagonal(a, b));
+        EXPECT_TRUE(setDiagonal(*filter, pt(0.2f, 0.3f), pt(0.5f, 0.6f)));
         return filter;
     }
 };
@@ -37,9 +34,7 @@ TEST_F(SizeFilterTest, HostDrivesARectangleFilter)
     EXPECT_EQ(filter->GetSizeFilterType(), TAVRIN_SIZE_FILTER_RECT);
     EXPECT_TRUE(filter->IsNull());
     filter->SetWndSize(1000, 500);
-    tagTAVRIN_POINT a = pt(0.2f, 0.3f);
-    tagTAVRIN_POINT b = pt(0.5f, 0.6f);
-    ASSERT_TRUE(filter->SetDiagonal(a, b));
+    ASSERT_TRUE(setDiagonal(*filter, pt(0.2f, 0.3f), pt(0.5f, 0.6f)));
     char name[] = "Person";
     filter->SetLabelText(name, 6);
 
@@ -69,65 +64,41 @@ TEST_F(SizeFilterTest, HostDrivesARectangleFilter)
     hostDelete(filter);
 }
 
-struct SchemeRow {
-    const char* name;
-    int scheme;
-    int filterType;
-    int status;
-    unsigned int colour;
-    float width;
-};
-
-void PrintTo(const SchemeRow& row, std::ostream* os) { *os << row.name; }
-
-class SizeFilterScheme : public SizeFilterTest, public ::testing::WithParamInterface<SchemeRow> {};
-
-TEST_P(SizeFilterScheme, OutlineColourAndWidth)
+TEST_F(SizeFilterTest, OutlineColourAndWidthBySchemeShapeAndStatus)
 {
-    const SchemeRow& row = GetParam();
-    SizeFilter* filter = hostCreate<SizeFilter>();
-    filter->SetSizeFilterType(static_cast<tagTAVRIN_SIZE_FILTER_TYPE>(row.filterType));
-    filter->SetWndSize(800, 800);
-    tagTAVRIN_POINT a = pt(0.2f, 0.3f);
-    tagTAVRIN_POINT b = pt(0.5f, 0.6f);
-    ASSERT_TRUE(filter->SetDiagonal(a, b));
-    filter->SetColor(row.scheme);
-    filter->SetObjStatus(static_cast<tagTAVRIN_OBJ_STATUS>(row.status));
-    filter->Draw(nullptr, 800, 800, true);
-    ASSERT_FALSE(recorded().batches.empty());
-    const rec::Batch& outline = recorded().batches[0];
-    EXPECT_EQ(outline.mode, static_cast<GLenum>(GL_LINE_LOOP));
-    EXPECT_EQ(outline.color, rec::rgba(row.colour));
-    EXPECT_FLOAT_EQ(outline.lineWidth, row.width);
-    EXPECT_EQ(colourAtText(0), colourCall(row.status == 0 ? kLabelNormal : kLabelSelected));
-    EXPECT_GL_STATE_CLEAN();
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Table, SizeFilterScheme,
-    ::testing::Values(SchemeRow{"DefaultRectangle", 0, 0, 0, kYellow, 2.0f},
-                      SchemeRow{"DefaultRectangleSelected", 0, 0, 1, kYellow, 2.0f},
-                      SchemeRow{"OtherValueRectangle", 9, 0, 2, kYellow, 2.0f},
-                      SchemeRow{"OneRectangle", 1, 0, 0, kYellow, 4.0f},
-                      SchemeRow{"OneRectangleSelected", 1, 0, 1, kGreen, 4.0f},
-                      SchemeRow{"OneRectangleHighlighted", 1, 0, 2, kGreen, 4.0f},
-                      SchemeRow{"TwoRectangle", 2, 0, 0, kRed, 4.0f},
-                      SchemeRow{"TwoRectangleSelected", 2, 0, 1, kRed, 4.0f},
-                      SchemeRow{"OneSquare", 1, 1, 0, kYellow, 2.0f},
-                      SchemeRow{"OneSquareSelected", 1, 1, 1, kGreen, 2.0f},
-                      SchemeRow{"TwoSquareHighlighted", 2, 5, 2, kRed, 2.0f},
-                      SchemeRow{"DefaultSquare", 0, 1, 0, kYellow, 2.0f}),
-    [](const ::testing::TestParamInfo<SchemeRow>& info) { return info.param.name; });
-
-TEST_F(SizeFilterTest, RectangleKeepsTheWideOutlineAfterTheSchemeChanges)
-{
+    const struct {
+        int scheme, filterType, status;
+        unsigned int colour;
+        float width;
+    } rows[] = {
+        {0, 0, 0, kYellow, 2.0f}, {0, 0, 1, kYellow, 2.0f}, {9, 0, 2, kYellow, 2.0f},
+        {1, 0, 0, kYellow, 4.0f}, {1, 0, 1, kGreen, 4.0f},  {1, 0, 2, kGreen, 4.0f},
+        {2, 0, 0, kRed, 4.0f},    {2, 0, 1, kRed, 4.0f},    {1, 1, 0, kYellow, 2.0f},
+        {1, 1, 1, kGreen, 2.0f},  {2, 5, 2, kRed, 2.0f},    {0, 1, 0, kYellow, 2.0f},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(::testing::Message() << "scheme " << row.scheme << " type " << row.filterType
+                                          << " status " << row.status);
+        SizeFilter* filter = hostCreate<SizeFilter>();
+        filter->SetSizeFilterType(static_cast<tagTAVRIN_SIZE_FILTER_TYPE>(row.filterType));
+        filter->SetWndSize(800, 800);
+        ASSERT_TRUE(setDiagonal(*filter, pt(0.2f, 0.3f), pt(0.5f, 0.6f)));
+        filter->SetColor(row.scheme);
+        filter->SetObjStatus(static_cast<tagTAVRIN_OBJ_STATUS>(row.status));
+        ASSERT_FALSE(drawn(*filter, 800, 800).batches.empty());
+        const rec::Batch& outline = recorded().batches[0];
+        EXPECT_EQ(outline.mode, static_cast<GLenum>(GL_LINE_LOOP));
+        EXPECT_EQ(outline.color, rec::rgba(row.colour));
+        EXPECT_FLOAT_EQ(outline.lineWidth, row.width);
+        EXPECT_EQ(colourAtText(0), colourCall(row.status == 0 ? kLabelNormal : kLabelSelected));
+        EXPECT_GL_STATE_CLEAN();
+    }
+    // A rectangle keeps the wide outline after the scheme goes back to 0.
     SizeFilter* filter = rectangleFilter();
     filter->SetColor(2);
-    filter->Draw(nullptr, 800, 600, true);
+    drawn(*filter, 800, 600);
     filter->SetColor(0);
-    rec::gl().reset();
-    filter->Draw(nullptr, 800, 600, true);
-    ASSERT_FALSE(recorded().batches.empty());
+    ASSERT_FALSE(drawn(*filter, 800, 600).batches.empty());
     EXPECT_EQ(recorded().batches[0].color, rec::rgba(kYellow));
     EXPECT_FLOAT_EQ(recorded().batches[0].lineWidth, 4.0f);
 }
@@ -168,9 +139,7 @@ TEST_F(SizeFilterTest, EachShapeKeepsItsOwnVerticesAndBothFollowADrag)
     EXPECT_TRUE(filter->IsNull());
 
     filter->SetWndSize(1000, 500);
-    tagTAVRIN_POINT a = pt(0.1f, 0.1f);
-    tagTAVRIN_POINT b = pt(0.5f, 0.3f);
-    ASSERT_TRUE(filter->SetDiagonal(a, b));
+    ASSERT_TRUE(setDiagonal(*filter, pt(0.1f, 0.1f), pt(0.5f, 0.3f)));
     std::vector<tagTAVRIN_POINT> sq = verticesOf(*filter);
     ASSERT_EQ(sq.size(), 4u);
     EXPECT_POINT_NEAR(sq[2], 0.5f, 0.9f, 1e-6);  // 400 pixels each way
@@ -192,9 +161,7 @@ TEST_F(SizeFilterTest, ShapesRefuseADragOnTheirOwnTerms)
     SizeFilter* filter = rectangleFilter();  // rectangle reaches x = 0.5
     filter->SetSizeFilterType(TAVRIN_SIZE_FILTER_SQUARE);
     filter->SetWndSize(1000, 1000);
-    tagTAVRIN_POINT a = pt(0.6f, 0.1f);
-    tagTAVRIN_POINT b = pt(0.9f, 0.2f);
-    ASSERT_TRUE(filter->SetDiagonal(a, b));  // square reaches x = 0.9
+    ASSERT_TRUE(setDiagonal(*filter, pt(0.6f, 0.1f), pt(0.9f, 0.2f)));  // square reaches x = 0.9
     drag(*filter, pt(0.5f, 0.5f), pt(0.7f, 0.5f));  // the square would leave the picture, the rectangle not
     EXPECT_POINT_NEAR(verticesOf(*filter)[0], 0.6f, 0.1f, 0.0);
     filter->SetSizeFilterType(TAVRIN_SIZE_FILTER_RECT);
@@ -209,9 +176,7 @@ TEST_F(SizeFilterTest, VertexDragUsesEachShapesOwnSelection)
     filter->SetSizeFilterType(TAVRIN_SIZE_FILTER_SQUARE);
     EXPECT_EQ(filter->GetSelPointIndex(), 0u);
     filter->SetWndSize(1000, 1000);
-    tagTAVRIN_POINT a = pt(0.1f, 0.1f);
-    tagTAVRIN_POINT b = pt(0.2f, 0.2f);
-    ASSERT_TRUE(filter->SetDiagonal(a, b));
+    ASSERT_TRUE(setDiagonal(*filter, pt(0.1f, 0.1f), pt(0.2f, 0.2f)));
     dragVertex(*filter, pt(0.5f, 0.6f), pt(0.6f, 0.7f));
     EXPECT_POINT_NEAR(verticesOf(*filter)[2], 0.2f, 0.2f, 1e-6);  // no square corner selected
     filter->SetSizeFilterType(TAVRIN_SIZE_FILTER_RECT);
@@ -226,25 +191,16 @@ TEST_F(SizeFilterTest, SquareLearnsTheViewSizeFromADraw)
     SizeFilter* filter = hostCreate<SizeFilter>();
     filter->SetSizeFilterType(TAVRIN_SIZE_FILTER_SQUARE);
     filter->Draw(nullptr, 300, 500, true);
-    tagTAVRIN_POINT a = pt(0.1f, 0.1f);
-    tagTAVRIN_POINT b = pt(0.5f, 0.3f);
-    ASSERT_TRUE(filter->SetDiagonal(a, b));
+    ASSERT_TRUE(setDiagonal(*filter, pt(0.1f, 0.1f), pt(0.5f, 0.3f)));
     const std::vector<tagTAVRIN_POINT> sq = verticesOf(*filter);
     ASSERT_EQ(sq.size(), 4u);
     EXPECT_POINT_NEAR(sq[2], 0.5f, 0.34f, 1e-6);  // side 120 pixels: 0.4 x 0.24
-}
 
-TEST_F(SizeFilterTest, SquareWithoutAViewSizeGetsNoNonFiniteCorner)
-{
-    SizeFilter* filter = hostCreate<SizeFilter>();
-    filter->SetSizeFilterType(TAVRIN_SIZE_FILTER_SQUARE);
-    tagTAVRIN_POINT a = pt(0.1f, 0.1f);
-    tagTAVRIN_POINT b = pt(0.5f, 0.3f);
-    filter->SetDiagonal(a, b);
-    for (const tagTAVRIN_POINT& p : verticesOf(*filter)) {
+    // Without a view size the corners stay finite.
+    SizeFilter* blind = hostCreate<SizeFilter>();
+    blind->SetSizeFilterType(TAVRIN_SIZE_FILTER_SQUARE);
+    setDiagonal(*blind, pt(0.1f, 0.1f), pt(0.5f, 0.3f));
+    for (const tagTAVRIN_POINT& p : verticesOf(*blind)) {
         EXPECT_TRUE(std::isfinite(p.x) && std::isfinite(p.y));
     }
-    filter->Draw(nullptr, 0, 0, true);
-    EXPECT_TRUE(everythingFinite());
-    EXPECT_GL_STATE_CLEAN();
 }

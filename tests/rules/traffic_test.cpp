@@ -4,8 +4,6 @@
 #include <Tavrin/ITCLine.h>
 #include <Tavrin/Lane.h>
 
-#include <ostream>
-
 using Tavrin::ITCLine;
 using Tavrin::Lane;
 
@@ -16,8 +14,6 @@ const unsigned int kMagenta = 0xd90db0;
 const unsigned int kLightYellow = 0xffff5b;
 const unsigned int kLaneNormal = 0xffc021;
 const unsigned int kLaneSelected = 0x00f0f0;
-
-const std::vector<std::string> kLabelSmooth = {"GL_POLYGON_SMOOTH", "GL_LINE_SMOOTH"};
 
 tagTAVRIN_POINT kSquare[4] = {{0.2f, 0.2f}, {0.4f, 0.2f}, {0.4f, 0.4f}, {0.2f, 0.4f}};
 const tagTAVRIN_POINT o = {0.0f, 0.0f};
@@ -38,167 +34,91 @@ protected:
 TEST_F(ITCLineTest, HostDrivesATrafficLine)
 {
     ITCLine* line = lineFrom(pt(0.2f, 0.5f), pt(0.6f, 0.5f));
-    ASSERT_NE(line, nullptr);
     char name[] = "Stop line";
     ASSERT_TRUE(line->SetLabelText(name, sizeof name - 1));
-    line->Draw(nullptr, 1000, 1000, true);
+    drawn(*line);
     EXPECT_EQ(line->GetLineType(), TAVRIN_ITC_LINE_GREEN);
-
     EXPECT_TRUE(hits(*line, pt(0.4f, 0.5005f)));
     EXPECT_EQ(vertexAt(*line, pt(0.205f, 0.5f)), 1u);
     line->SetSelPointIndex(1);
     line->SetObjStatus(TAVRIN_OBJ_STATUS_SELECTED);
     dragVertex(*line, pt(0.205f, 0.5f), pt(0.105f, 0.4f));  // p1 moves by (-0.1, -0.1)
     drag(*line, pt(0.3f, 0.5f), pt(0.3f, 0.6f));
-
     unsigned int count = 0;
     EXPECT_TRUE(nearPoints(bufferOf(*line, &count), {pt(0.1f, 0.5f), pt(0.6f, 0.6f), o, o, o, o, o, o, o, o},
                            1e-6f));
     EXPECT_EQ(count, 2u);
 
-    rec::gl().reset();
-    line->Draw(nullptr, 1000, 1000, false);
-    ASSERT_EQ(recorded().batchesOf(GL_LINES).size(), 1u);
-    EXPECT_EQ(recorded().batchesOf(GL_LINES)[0].color, rec::rgba(kMagenta));
+    drawn(*line);
     EXPECT_EQ(recorded().batchesOf(GL_POINTS).size(), 3u);  // two markers, one halo
     ASSERT_EQ(recorded().texts.size(), 1u);
     EXPECT_POINT_NEAR(recorded().texts[0].position, 0.36f, 0.54f, 1e-6);  // middle (0.35, 0.55)
-    EXPECT_EQ(colourAtText(0), colourCall(kMagenta));
+    // Near the corner the right edge wins over the bottom.
+    drawn(*lineFrom(pt(0.9f, 0.9f), pt(1.0f, 1.0f)), 640, 480);
+    EXPECT_POINT_NEAR(recorded().texts.at(0).position, 0.87f, 0.94f, 1e-6);
     EXPECT_GL_STATE_CLEAN();
     hostDelete(line);
 }
 
-struct ItcColourRow {
-    const char* name;
-    int lineType;
-    int status;
-    unsigned int colour;
-    std::size_t markers;
-};
-
-void PrintTo(const ItcColourRow& row, std::ostream* os) { *os << row.name; }
-
-class ITCLineColours : public ITCLineTest, public ::testing::WithParamInterface<ItcColourRow> {};
-
-TEST_P(ITCLineColours, LineAndLabelTakeTheTypeColourForTheStatus)
+TEST_F(ITCLineTest, LineAndLabelTakeTheTypeColourForTheStatus)
 {
-    const ItcColourRow& row = GetParam();
+    const struct {
+        int lineType, status;
+        unsigned int colour;
+        std::size_t markers;
+    } rows[] = {{1, 0, kGreen, 0},       {1, 1, kMagenta, 2},      {1, 2, kMagenta, 0},
+                {1, 5, kGreen, 0},       {0, 0, kLightYellow, 0},  {2, 1, kLightYellow, 2},
+                {2, 2, kLightYellow, 0}};
     ITCLine* line = lineFrom(pt(0.2f, 0.4f), pt(0.6f, 0.8f));
-    line->SetLineType(static_cast<tagTAVRIN_ITC_LINE_TYPE>(row.lineType));
-    line->SetObjStatus(static_cast<tagTAVRIN_OBJ_STATUS>(row.status));
-    line->Draw(nullptr, 640, 480, true);
-
-    ASSERT_EQ(recorded().batchesOf(GL_LINES).size(), 1u);  // always a plain segment
-    const rec::Batch segment = recorded().batchesOf(GL_LINES)[0];
-    EXPECT_EQ(segment.color, rec::rgba(row.colour));
-    EXPECT_FLOAT_EQ(segment.lineWidth, 2.0f);
-    EXPECT_EQ(recorded().batchesOf(GL_POINTS).size(), row.markers);
-    EXPECT_EQ(recorded().batchesOf(GL_LINE_LOOP).size(), 0u);
-    ASSERT_EQ(recorded().texts.size(), 1u);
-    EXPECT_EQ(colourAtText(0), colourCall(row.colour));
-    EXPECT_GL_STATE_CLEAN();
+    for (const auto& row : rows) {
+        SCOPED_TRACE(::testing::Message() << "type " << row.lineType << " status " << row.status);
+        line->SetLineType(static_cast<tagTAVRIN_ITC_LINE_TYPE>(row.lineType));
+        line->SetObjStatus(static_cast<tagTAVRIN_OBJ_STATUS>(row.status));
+        drawn(*line, 640, 480);
+        ASSERT_EQ(countBatches(GL_LINES, rec::rgba(row.colour), 2), 1u);  // always a plain segment
+        EXPECT_FLOAT_EQ(recorded().batchesOf(GL_LINES)[0].lineWidth, 2.0f);
+        EXPECT_EQ(recorded().batchesOf(GL_POINTS).size(), row.markers);
+        EXPECT_EQ(recorded().batches.size(), 1u + row.markers);
+        EXPECT_EQ(colourAtText(0), colourCall(row.colour));
+        EXPECT_GL_STATE_CLEAN();
+    }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Table, ITCLineColours,
-    ::testing::Values(ItcColourRow{"GreenNormal", 1, 0, kGreen, 0},
-                      ItcColourRow{"GreenSelected", 1, 1, kMagenta, 2},
-                      ItcColourRow{"GreenHighlighted", 1, 2, kMagenta, 0},
-                      ItcColourRow{"GreenOddStatus", 1, 5, kGreen, 0},
-                      ItcColourRow{"DefaultNormal", 0, 0, kLightYellow, 0},
-                      ItcColourRow{"OtherSelected", 2, 1, kLightYellow, 2},
-                      ItcColourRow{"OtherHighlighted", 2, 2, kLightYellow, 0}),
-    [](const ::testing::TestParamInfo<ItcColourRow>& info) { return info.param.name; });
-
-struct ItcLabelRow {
-    const char* name;
-    tagTAVRIN_POINT a;
-    tagTAVRIN_POINT b;
-    tagTAVRIN_POINT corner;
-};
-
-void PrintTo(const ItcLabelRow& row, std::ostream* os) { *os << row.name; }
-
-class ITCLineLabel : public ITCLineTest, public ::testing::WithParamInterface<ItcLabelRow> {};
-
-TEST_P(ITCLineLabel, BoxIsPlacedFromTheLinesMiddle)
-{
-    const ItcLabelRow& row = GetParam();
-    ITCLine* line = lineFrom(row.a, row.b);
-    line->Draw(nullptr, 640, 480, true);
-    // The whole label: its own state scope, the text colour, the anchor, one list.
-    const std::vector<std::string> seq = recorded().sequence();
-    ASSERT_GE(seq.size(), 16u);
-    std::vector<std::string> labelCalls(seq.end() - 16, seq.end());
-    EXPECT_EQ(labelCalls[8].compare(0, 14, "glRasterPos2f("), 0) << labelCalls[8];
-    labelCalls.erase(labelCalls.begin() + 8);
-    EXPECT_EQ(labelCalls, concat({enterCalls(kLabelSmooth),
-                                  {colourCall(kGreen), "glGenLists(1)", "glDeleteLists(list,1)"},
-                                  leaveCalls(kLabelSmooth)}));
-    ASSERT_EQ(recorded().texts.size(), 1u);
-    EXPECT_POINT_NEAR(recorded().texts[0].position, row.corner.x, row.corner.y, 1e-6);
-    EXPECT_GL_STATE_CLEAN();
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Table, ITCLineLabel,
-    ::testing::Values(
-        ItcLabelRow{"Inside", {0.2f, 0.4f}, {0.6f, 0.8f}, {0.41f, 0.59f}},
-        ItcLabelRow{"RightEdgeWinsOverBottom", {0.9f, 0.9f}, {1.0f, 1.0f}, {0.87f, 0.94f}}),
-    [](const ::testing::TestParamInfo<ItcLabelRow>& info) { return info.param.name; });
-
-TEST_F(ITCLineTest, NullLineDrawsNothingNotEvenItsLabel)
+TEST_F(ITCLineTest, StoredCountNullLineAndRefusals)
 {
     ITCLine* line = hostCreate<ITCLine>();
     char name[] = "Lane 1";
     line->SetLabelText(name, 6);
-    line->Draw(nullptr, 640, 480, true);
-    EXPECT_TRUE(recorded().calls.empty());
+    EXPECT_TRUE(drawn(*line, 640, 480).calls.empty());  // a null line draws not even its label
     EXPECT_TRUE(line->IsNull());
     EXPECT_FALSE(hits(*line, pt(0.0f, 0.0f)));
 
+    // Three vertices: refused by the line, kept in the stored copy and its count, until a
+    // Draw reads the line back.
     tagTAVRIN_POINT three[3] = {pt(0.1f, 0.1f), pt(0.2f, 0.2f), pt(0.3f, 0.3f)};
-    EXPECT_FALSE(line->SetPoints(three, 3));  // the line takes at most two
-    line->Draw(nullptr, 640, 480, true);
-    EXPECT_TRUE(recorded().calls.empty());
-}
-
-TEST_F(ITCLineTest, CountReportedIsTheStoredOneNotTheLines)
-{
-    ITCLine* line = hostCreate<ITCLine>();
-    tagTAVRIN_POINT three[3] = {pt(0.1f, 0.1f), pt(0.2f, 0.2f), pt(0.3f, 0.3f)};
+    EXPECT_FALSE(line->SetPoints(three, 3));
+    EXPECT_TRUE(drawn(*line, 640, 480).calls.empty());
     ASSERT_TRUE(line->SetPoints(three, 2));
-    EXPECT_FALSE(line->SetPoints(three, 3));  // refused by the line, kept in the copy
-
+    EXPECT_FALSE(line->SetPoints(three, 3));
     unsigned int count = 0;
     EXPECT_TRUE(samePoints(bufferOf(*line, &count), {three[0], three[1], three[2], o, o, o, o, o, o, o}));
     EXPECT_EQ(count, 3u);
-    // A Draw reads the line back, count included.
-    line->Draw(nullptr, 640, 480, true);
+    drawn(*line, 640, 480);
     bufferOf(*line, &count);
     EXPECT_EQ(count, 2u);
-}
 
-TEST_F(ITCLineTest, RefusedInputChangesNothing)
-{
-    ITCLine* line = lineFrom(pt(0.2f, 0.5f), pt(0.6f, 0.5f));
+    ITCLine* edited = lineFrom(pt(0.2f, 0.5f), pt(0.6f, 0.5f));
     tagTAVRIN_POINT eleven[11] = {};
-    EXPECT_FALSE(line->SetPoints(eleven, 11));
-    EXPECT_FALSE(line->SetPoints(nullptr, 2));
+    EXPECT_FALSE(edited->SetPoints(eleven, 11));
+    EXPECT_FALSE(edited->SetPoints(nullptr, 2));
     tagTAVRIN_POINT bad[2] = {pt(kNaN, 0.1f), pt(0.1f, 0.1f)};
-    EXPECT_FALSE(line->SetPoints(bad, 2));
-    drag(*line, pt(0.5f, 0.5f), pt(0.95f, 0.5f));  // p2 would reach 1.05
-    drag(*line, pt(0.5f, 0.5f), pt(kInf, 0.5f));
-
-    tagTAVRIN_POINT out[10];
-    unsigned int count = 0;
-    EXPECT_FALSE(line->GetPoints(nullptr, &count));
-    EXPECT_FALSE(line->GetPoints(out, nullptr));
-    EXPECT_TRUE(samePoints(verticesOf(*line), {pt(0.2f, 0.5f), pt(0.6f, 0.5f)}));
+    EXPECT_FALSE(edited->SetPoints(bad, 2));
+    drag(*edited, pt(0.5f, 0.5f), pt(0.95f, 0.5f));  // p2 would reach 1.05
+    drag(*edited, pt(0.5f, 0.5f), pt(kInf, 0.5f));
+    EXPECT_FALSE(edited->GetPoints(nullptr, &count));
+    EXPECT_FALSE(edited->GetPoints(eleven, nullptr));
+    EXPECT_TRUE(samePoints(verticesOf(*edited), {pt(0.2f, 0.5f), pt(0.6f, 0.5f)}));
 }
-
-// ---------------------------------------------------------------------------------
-// Lane.
 
 class LaneTest : public RuleTest {
 protected:
@@ -206,8 +126,7 @@ protected:
     {
         Lane* lane = hostCreate<Lane>();
         EXPECT_TRUE(lane->SetPoints(kSquare, 4));
-        tagTAVRIN_POINT ends[2] = {pt(0.25f, 0.3f), pt(0.35f, 0.3f)};
-        EXPECT_TRUE(lane->SetArrowPoints(ends[0], ends[1]));
+        EXPECT_TRUE(setArrow(*lane, pt(0.25f, 0.3f), pt(0.35f, 0.3f)));
         return lane;
     }
 };
@@ -215,7 +134,6 @@ protected:
 TEST_F(LaneTest, HostDrivesALane)
 {
     Lane* lane = laneWithArrow();
-    ASSERT_NE(lane, nullptr);
     char name[] = "Bus lane";
     lane->SetLabelText(name, 8);
     EXPECT_EQ(vertexAt(*lane, pt(0.4f, 0.395f)), 3u);
@@ -223,13 +141,11 @@ TEST_F(LaneTest, HostDrivesALane)
     dragVertex(*lane, pt(0.4f, 0.395f), pt(0.45f, 0.445f));
     EXPECT_TRUE(hits(*lane, pt(0.3f, 0.3f)));
     drag(*lane, pt(0.3f, 0.3f), pt(0.3f, 0.4f));
-
     EXPECT_TRUE(nearPoints(verticesOf(*lane),
                            {pt(0.2f, 0.3f), pt(0.4f, 0.3f), pt(0.45f, 0.55f), pt(0.2f, 0.5f)}, 1e-6f));
     EXPECT_TRUE(nearPoints(arrowOf(*lane), {pt(0.25f, 0.4f), pt(0.35f, 0.4f)}, 1e-6f));
 
-    lane->Draw(nullptr, 1000, 1000, true);
-    const auto& batches = recorded().batches;
+    const auto& batches = drawn(*lane).batches;
     ASSERT_GE(batches.size(), 2u);
     EXPECT_EQ(batches.front().mode, static_cast<GLenum>(GL_LINE_LOOP));
     EXPECT_EQ(batches.front().color, rec::rgba(kLaneNormal));
@@ -251,9 +167,7 @@ TEST_F(LaneTest, StatusTurnsOutlineArrowAndLabelTogether)
     Lane* lane = laneWithArrow();
     for (int status : {1, 2}) {
         lane->SetObjStatus(static_cast<tagTAVRIN_OBJ_STATUS>(status));
-        EXPECT_EQ(lane->GetObjStatus(), status);
-        rec::gl().reset();
-        lane->Draw(nullptr, 1000, 1000, true);
+        drawn(*lane);
         EXPECT_EQ(countBatches(GL_LINE_LOOP, rec::rgba(kLaneSelected), 4), 1u) << status;
         EXPECT_EQ(countBatches(GL_LINE_LOOP, rec::rgba(kLaneSelected), 8), 1u) << status;
         EXPECT_EQ(colourAtText(0), colourCall(kLaneSelected));
@@ -263,32 +177,30 @@ TEST_F(LaneTest, StatusTurnsOutlineArrowAndLabelTogether)
     }
 }
 
-TEST_F(LaneTest, ArrowMovesOnlyWithAnAcceptedDrag)
+TEST_F(LaneTest, ArrowFollowsOnlyAcceptedWholeDrags)
 {
     Lane* lane = laneWithArrow();
     drag(*lane, pt(0.3f, 0.3f), pt(1.0f, 0.3f));  // the outline would reach x = 1.1
     EXPECT_TRUE(samePoints(arrowOf(*lane), {pt(0.25f, 0.3f), pt(0.35f, 0.3f)}));
     drag(*lane, pt(0.3f, 0.3f), pt(0.4f, 0.45f));
     EXPECT_TRUE(nearPoints(arrowOf(*lane), {pt(0.35f, 0.45f), pt(0.45f, 0.45f)}, 1e-6f));
-}
 
-TEST_F(LaneTest, ArrowIsNeitherHitNorDraggedByVertex)
-{
-    Lane* lane = hostCreate<Lane>();
-    tagTAVRIN_POINT ends[2] = {pt(0.6f, 0.6f), pt(0.7f, 0.6f)};
-    ASSERT_TRUE(lane->SetArrowPoints(ends[0], ends[1]));
-    EXPECT_EQ(vertexAt(*lane, ends[0]), 0u);
-    EXPECT_FALSE(hits(*lane, ends[0]));
-    EXPECT_TRUE(lane->IsNull());  // the outline alone decides
-    lane->SetSelPointIndex(1);
-    dragVertex(*lane, ends[0], pt(0.5f, 0.5f));
-    EXPECT_TRUE(samePoints(arrowOf(*lane), {ends[0], ends[1]}));
+    // The arrow alone is neither hit nor dragged by vertex, and does not make a lane non-null.
+    Lane* bare = hostCreate<Lane>();
+    const tagTAVRIN_POINT tail = pt(0.6f, 0.6f), tip = pt(0.7f, 0.6f);
+    ASSERT_TRUE(setArrow(*bare, tail, tip));
+    EXPECT_EQ(vertexAt(*bare, tail), 0u);
+    EXPECT_FALSE(hits(*bare, tail));
+    EXPECT_TRUE(bare->IsNull());
+    bare->SetSelPointIndex(1);
+    dragVertex(*bare, tail, pt(0.5f, 0.5f));
+    EXPECT_TRUE(samePoints(arrowOf(*bare), {tail, tip}));
 }
 
 TEST_F(LaneTest, EmptyLaneStillPlacesItsLabelFromTheOrigin)
 {
     Lane* lane = hostCreate<Lane>();
-    lane->Draw(nullptr, 640, 480, true);
+    drawn(*lane, 640, 480);
     EXPECT_TRUE(recorded().batches.empty());
     ASSERT_EQ(recorded().texts.size(), 1u);
     EXPECT_POINT_NEAR(recorded().texts[0].position, 0.01f, -0.01f, 1e-6);

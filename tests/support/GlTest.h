@@ -144,6 +144,15 @@ void expectFiniteAtDegenerateSizes(Figure& figure)
     }
 }
 
+/// Clears the recorder and draws `figure` once into a w x h view.
+template <class Figure>
+rec::Recorder& drawn(Figure& figure, int w = 1000, int h = 1000)
+{
+    rec::gl().reset();
+    figure.Draw(nullptr, w, h, true);
+    return rec::gl();
+}
+
 // Mouse actions with by-value points (the library takes its points by reference).
 template <class Figure>
 auto drag(Figure& f, tagTAVRIN_POINT from, tagTAVRIN_POINT to) { return f.Move(from, to); }
@@ -153,5 +162,9 @@ template <class Figure>
 bool hits(Figure& f, tagTAVRIN_POINT at) { return f.CheckSelected(at); }
 template <class Figure>
 unsigned int vertexAt(Figure& f, tagTAVRIN_POINT at) { return f.CheckPointSelected(at); }
+template <class Figure>
+bool setArrow(Figure& f, tagTAVRIN_POINT tail, tagTAVRIN_POINT tip) { return f.SetArrowPoints(tail, tip); }
+template <class Figure>
+bool setDiagonal(Figure& f, tagTAVRIN_POINT a, tagTAVRIN_POINT b) { return f.SetDiagonal(a, b); }
 
 #endif  // TAVRIN_TESTS_GLTEST_H
