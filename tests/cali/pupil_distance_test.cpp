@@ -119,7 +119,7 @@ TEST_F(PupilDistanceTest, SelectionShowsOnlyThePupilLineMarkers)
     pupils->SetSelPointIndex(1);
     EXPECT_EQ(pupils->GetObjStatus(), TAVRIN_OBJ_STATUS_SELECTED);
     pupils->Draw(nullptr, 800, 600, true);
-    EXPECT_EQ(batchModes(), (std::vector<std::string>{"GL_LINES", "GL_LINES", "GL_LINES", "GL_LINES",
+    EXPECT_EQ(batchModeNames(), (std::vector<std::string>{"GL_LINES", "GL_LINES", "GL_LINES", "GL_LINES",
                                                       "GL_LINES", "GL_POINTS", "GL_POINTS", "GL_POINTS"}));
     // The active pupil: a 16-pixel halo in colour 2 under its dot.
     EXPECT_EQ(recorded().batches[5].color, rec::rgba(0xFFC000));

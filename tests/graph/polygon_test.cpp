@@ -72,40 +72,25 @@ TEST(PolygonStorage, ShorterListZeroesTheRestOfTheStore)
     }
 }
 
-TEST(PolygonStorage, NonFiniteVerticesAreRefused)
-{
-    for (float bad : {kNaN, kInf, -kInf}) {
-        Polygon p = polygonWith(smallSquare());
-        Points withBad = {pt(0.1f, 0.1f), pt(bad, 0.2f), pt(0.3f, 0.3f)};
-        EXPECT_FALSE(p.SetPoints(withBad.data(), 3));
-        withBad[1] = pt(0.2f, bad);
-        EXPECT_FALSE(p.SetPoints(withBad.data(), 3));
-        EXPECT_TRUE(samePoints(verticesOf(p), smallSquare()));
-        Polygon constructed(withBad.data(), 3);
-        EXPECT_TRUE(verticesOf(constructed).empty());
-    }
-}
-
-TEST(PolygonStorage, ConstructorTakesOnlyAcceptableLists)
-{
-    Points square = smallSquare();
-    Polygon four(square.data(), 4);
-    EXPECT_TRUE(samePoints(verticesOf(four), square));
-    Points many(21, pt(0.5f, 0.5f));
-    Polygon tooMany(many.data(), 21);
-    EXPECT_TRUE(verticesOf(tooMany).empty());
-    Polygon none(nullptr, 3);
-    EXPECT_TRUE(verticesOf(none).empty());
-}
-
-TEST(PolygonStorage, GetPointsRefusesNullArguments)
+TEST(PolygonStorage, RefusalsChangeNothingAndConstructorsTakeOnlyAcceptableLists)
 {
     Polygon p = polygonWith(smallSquare());
+    for (float bad : {kNaN, kInf, -kInf}) {
+        Points withBad = {pt(0.1f, 0.1f), pt(bad, 0.2f), pt(0.3f, 0.3f)};
+        EXPECT_FALSE(p.SetPoints(withBad.data(), 3));
+        EXPECT_TRUE(verticesOf(Polygon(withBad.data(), 3)).empty());
+        withBad[1] = pt(0.2f, bad);
+        EXPECT_FALSE(p.SetPoints(withBad.data(), 3));
+    }
     tagTAVRIN_POINT out[20];
     unsigned int count = 99;
     EXPECT_FALSE(p.GetPoints(nullptr, &count));
     EXPECT_EQ(count, 99u);
     EXPECT_FALSE(p.GetPoints(out, nullptr));
+    EXPECT_TRUE(samePoints(verticesOf(p), smallSquare()));
+    Points many(21, pt(0.5f, 0.5f));
+    EXPECT_TRUE(verticesOf(Polygon(many.data(), 21)).empty());
+    EXPECT_TRUE(verticesOf(Polygon(nullptr, 3)).empty());
 }
 
 TEST(PolygonNull, NullOnlyWhenEveryVertexIsTheOrigin)
@@ -119,57 +104,49 @@ TEST(PolygonNull, NullOnlyWhenEveryVertexIsTheOrigin)
 
 // ---- Inside test ----
 
-struct InsideCase {
-    const char* name;
-    Points polygon;
-    tagTAVRIN_POINT cursor;
-    bool inside;
-};
-
-void PrintTo(const InsideCase& c, std::ostream* os) { *os << c.name; }
-
-class PolygonInside : public ::testing::TestWithParam<InsideCase> {};
-
-TEST_P(PolygonInside, EvenOddRayWithHalfOpenEdges)
+TEST(PolygonInside, EvenOddRayWithHalfOpenEdges)
 {
-    const InsideCase& c = GetParam();
-    Polygon p = polygonWith(c.polygon);
-    Point cursor(&c.cursor);
-    EXPECT_EQ(p.IsNearPoint(cursor), c.inside);
-    EXPECT_EQ(p.CheckSelected(cursor), c.inside);
+    const struct {
+        const char* name;
+        Points polygon;
+        tagTAVRIN_POINT cursor;
+        bool inside;
+    } cases[] = {
+        {"SquareCentre", smallSquare(), pt(0.3f, 0.3f), true},
+        {"SquareLeftEdge", smallSquare(), pt(0.2f, 0.3f), true},
+        {"SquareRightEdge", smallSquare(), pt(0.4f, 0.3f), false},
+        {"SquareTopEdge", smallSquare(), pt(0.3f, 0.2f), true},
+        {"SquareBottomEdge", smallSquare(), pt(0.3f, 0.4f), false},
+        {"SquareTopLeftVertex", smallSquare(), pt(0.2f, 0.2f), true},
+        {"SquareTopRightVertex", smallSquare(), pt(0.4f, 0.2f), false},
+        {"SquareBottomLeftVertex", smallSquare(), pt(0.2f, 0.4f), false},
+        {"SquareJustInsideRight", smallSquare(), pt(0.3999f, 0.3f), true},
+        {"SquareJustOutsideLeft", smallSquare(), pt(0.1999f, 0.3f), false},
+        {"SquareJustAboveTop", smallSquare(), pt(0.3f, 0.1999f), false},
+        {"SquareJustAboveBottom", smallSquare(), pt(0.3f, 0.3999f), true},
+        {"SquareFarRight", smallSquare(), pt(0.9f, 0.3f), false},
+        {"LShapeLeg", lShape(), pt(0.2f, 0.5f), true},
+        {"LShapeBar", lShape(), pt(0.45f, 0.2f), true},
+        {"LShapeNotch", lShape(), pt(0.4f, 0.45f), false},
+        {"LShapeReflexCornerOnExcludedSides", lShape(), pt(0.3f, 0.3f), false},
+        {"SlantedEdgeLeft", {pt(0.1f, 0.1f), pt(0.5f, 0.5f), pt(0.1f, 0.5f)}, pt(0.29f, 0.3f), true},
+        {"SlantedEdgeRight", {pt(0.1f, 0.1f), pt(0.5f, 0.5f), pt(0.1f, 0.5f)}, pt(0.31f, 0.3f), false},
+        {"BowTieLeftLobe", bowTie(), pt(0.25f, 0.4f), true},
+        {"BowTieRightLobe", bowTie(), pt(0.55f, 0.4f), true},
+        {"BowTieGapAbove", bowTie(), pt(0.4f, 0.3f), false},
+        {"BowTieGapBelow", bowTie(), pt(0.4f, 0.5f), false},
+        {"NaNCursor", smallSquare(), pt(kNaN, 0.3f), false},
+        {"EmptyPolygon", Points{}, pt(0.3f, 0.3f), false},
+        {"NullPolygonIsNeverSelected", Points(3, pt(0, 0)), pt(0.0f, 0.0f), false},
+    };
+    for (const auto& c : cases) {
+        Polygon p = polygonWith(c.polygon);
+        tagTAVRIN_POINT at = c.cursor;
+        Point cursor(&at);
+        EXPECT_EQ(p.IsNearPoint(cursor), c.inside) << c.name;
+        EXPECT_EQ(p.CheckSelected(cursor), c.inside) << c.name;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Cases, PolygonInside,
-    ::testing::Values(
-        InsideCase{"SquareCentre", smallSquare(), pt(0.3f, 0.3f), true},
-        InsideCase{"SquareLeftEdge", smallSquare(), pt(0.2f, 0.3f), true},
-        InsideCase{"SquareRightEdge", smallSquare(), pt(0.4f, 0.3f), false},
-        InsideCase{"SquareTopEdge", smallSquare(), pt(0.3f, 0.2f), true},
-        InsideCase{"SquareBottomEdge", smallSquare(), pt(0.3f, 0.4f), false},
-        InsideCase{"SquareTopLeftVertex", smallSquare(), pt(0.2f, 0.2f), true},
-        InsideCase{"SquareTopRightVertex", smallSquare(), pt(0.4f, 0.2f), false},
-        InsideCase{"SquareBottomLeftVertex", smallSquare(), pt(0.2f, 0.4f), false},
-        InsideCase{"SquareJustInsideRight", smallSquare(), pt(0.3999f, 0.3f), true},
-        InsideCase{"SquareJustOutsideLeft", smallSquare(), pt(0.1999f, 0.3f), false},
-        InsideCase{"SquareJustAboveTop", smallSquare(), pt(0.3f, 0.1999f), false},
-        InsideCase{"SquareJustAboveBottom", smallSquare(), pt(0.3f, 0.3999f), true},
-        InsideCase{"SquareFarRight", smallSquare(), pt(0.9f, 0.3f), false},
-        InsideCase{"LShapeLeg", lShape(), pt(0.2f, 0.5f), true},
-        InsideCase{"LShapeBar", lShape(), pt(0.45f, 0.2f), true},
-        InsideCase{"LShapeNotch", lShape(), pt(0.4f, 0.45f), false},
-        InsideCase{"LShapeReflexCornerOnExcludedSides", lShape(), pt(0.3f, 0.3f), false},
-        InsideCase{"LShapeSlantedEdgeLeft", {pt(0.1f, 0.1f), pt(0.5f, 0.5f), pt(0.1f, 0.5f)},
-                   pt(0.29f, 0.3f), true},
-        InsideCase{"LShapeSlantedEdgeRight", {pt(0.1f, 0.1f), pt(0.5f, 0.5f), pt(0.1f, 0.5f)},
-                   pt(0.31f, 0.3f), false},
-        InsideCase{"BowTieLeftLobe", bowTie(), pt(0.25f, 0.4f), true},
-        InsideCase{"BowTieRightLobe", bowTie(), pt(0.55f, 0.4f), true},
-        InsideCase{"BowTieGapAbove", bowTie(), pt(0.4f, 0.3f), false},
-        InsideCase{"BowTieGapBelow", bowTie(), pt(0.4f, 0.5f), false},
-        InsideCase{"NaNCursor", smallSquare(), pt(kNaN, 0.3f), false},
-        InsideCase{"EmptyPolygon", Points{}, pt(0.3f, 0.3f), false}),
-    [](const ::testing::TestParamInfo<InsideCase>& info) { return info.param.name; });
 
 TEST(PolygonInsideOpen, ClosingEdgeCountsForAnOpenOutline)
 {
@@ -178,14 +155,6 @@ TEST(PolygonInsideOpen, ClosingEdgeCountsForAnOpenOutline)
     tagTAVRIN_POINT c = pt(0.3f, 0.3f);
     Point cursor(&c);
     EXPECT_TRUE(p.CheckSelected(cursor));
-}
-
-TEST(PolygonSelected, NullPolygonIsNeverSelected)
-{
-    Polygon p = polygonWith({pt(0, 0), pt(0, 0), pt(0, 0)});
-    tagTAVRIN_POINT c = pt(0.0f, 0.0f);
-    Point cursor(&c);
-    EXPECT_FALSE(p.CheckSelected(cursor));
 }
 
 // ---- Vertex hit test ----
@@ -210,54 +179,41 @@ TEST(PolygonVertexHit, StrictlyCloserThanTwoHundredths)
 
 // ---- Whole drag ----
 
-struct MoveCase {
-    const char* name;
-    bool rightOut;
-    tagTAVRIN_POINT delta;
-    bool accepted;
-};
-
-void PrintTo(const MoveCase& c, std::ostream* os) { *os << c.name; }
-
-class PolygonMove : public ::testing::TestWithParam<MoveCase> {};
-
-TEST_P(PolygonMove, WholeDragLimits)
+TEST(PolygonMove, WholeDragLimits)
 {
-    const MoveCase& c = GetParam();
-    Polygon p = polygonWith(smallSquare());
-    p.SetSuptPolygonMoveRightOut(c.rightOut);
-    tagTAVRIN_POINT to = c.delta;
-    const float dx = to.x;
-    const float dy = to.y;
-    EXPECT_EQ(drag(p, pt(0.0f, 0.0f), to), c.accepted);
-    Points expected = smallSquare();
-    if (c.accepted) {
+    const struct {
+        const char* name;
+        bool rightOut;
+        tagTAVRIN_POINT delta;
+        bool accepted;
+    } cases[] = {
+        {"RightByHalf", false, pt(0.5f, 0.0f), true},
+        {"RightPastEdgeRefused", false, pt(0.7f, 0.0f), false},
+        {"LeftToTheEdge", false, pt(-0.2f, 0.0f), true},
+        {"LeftPastEdgeRefused", false, pt(-0.21f, 0.0f), false},
+        {"UpPastEdgeRefused", false, pt(0.0f, -0.21f), false},
+        {"DownToTheEdge", false, pt(0.0f, 0.6f), true},
+        {"DownPastEdgeRefused", false, pt(0.0f, 0.7f), false},
+        {"RightOutCarriesLaterVerticesPast", true, pt(0.7f, 0.0f), true},
+        {"RightOutHoldsFirstVertexBack", true, pt(0.79f, 0.0f), false},
+        {"RightOutStillRefusesDown", true, pt(0.0f, 0.7f), false},
+        {"RightOutStillRefusesLeft", true, pt(-0.21f, 0.0f), false},
+        {"RightOutStillRefusesUp", true, pt(0.0f, -0.21f), false},
+        {"NaNDragRefused", false, pt(kNaN, 0.0f), false},
+        {"InfiniteDragRefused", true, pt(0.0f, kInf), false},
+    };
+    for (const auto& c : cases) {
+        Polygon p = polygonWith(smallSquare());
+        p.SetSuptPolygonMoveRightOut(c.rightOut);
+        EXPECT_EQ(drag(p, pt(0.0f, 0.0f), c.delta), c.accepted) << c.name;
+        Points expected = smallSquare();
         for (tagTAVRIN_POINT& v : expected) {
-            v.x += dx;
-            v.y += dy;
+            v.x += c.accepted ? c.delta.x : 0.0f;
+            v.y += c.accepted ? c.delta.y : 0.0f;
         }
+        EXPECT_TRUE(samePoints(verticesOf(p), expected)) << c.name;
     }
-    EXPECT_TRUE(samePoints(verticesOf(p), expected));
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Cases, PolygonMove,
-    ::testing::Values(
-        MoveCase{"RightByHalf", false, pt(0.5f, 0.0f), true},
-        MoveCase{"RightPastEdgeRefused", false, pt(0.7f, 0.0f), false},
-        MoveCase{"LeftToTheEdge", false, pt(-0.2f, 0.0f), true},
-        MoveCase{"LeftPastEdgeRefused", false, pt(-0.21f, 0.0f), false},
-        MoveCase{"UpPastEdgeRefused", false, pt(0.0f, -0.21f), false},
-        MoveCase{"DownToTheEdge", false, pt(0.0f, 0.6f), true},
-        MoveCase{"DownPastEdgeRefused", false, pt(0.0f, 0.7f), false},
-        MoveCase{"RightOutCarriesLaterVerticesPast", true, pt(0.7f, 0.0f), true},
-        MoveCase{"RightOutHoldsFirstVertexBack", true, pt(0.79f, 0.0f), false},
-        MoveCase{"RightOutStillRefusesDown", true, pt(0.0f, 0.7f), false},
-        MoveCase{"RightOutStillRefusesLeft", true, pt(-0.21f, 0.0f), false},
-        MoveCase{"RightOutStillRefusesUp", true, pt(0.0f, -0.21f), false},
-        MoveCase{"NaNDragRefused", false, pt(kNaN, 0.0f), false},
-        MoveCase{"InfiniteDragRefused", true, pt(0.0f, kInf), false}),
-    [](const ::testing::TestParamInfo<MoveCase>& info) { return info.param.name; });
 
 TEST(PolygonMoveRightOut, OnlyTheFirstVertexIsHeldBack)
 {
@@ -317,14 +273,11 @@ TEST(PolygonMovePoint, RightOutOptionDoesNotApplyAndEdgesAreAllowed)
     dragVertex(p, from, pt(1.0f, 0.0f));
     EXPECT_FLOAT_EQ(verticesOf(p)[0].x, 1.0f);
     EXPECT_FLOAT_EQ(verticesOf(p)[0].y, 0.0f);
-}
 
-TEST(PolygonMovePoint, MayMakeThePolygonSelfCrossing)
-{
-    Polygon p = polygonWith(smallSquare());
-    p.SetSelPointIndex(1);
-    dragVertex(p, pt(0.2f, 0.2f), pt(0.6f, 0.6f));
-    EXPECT_FLOAT_EQ(verticesOf(p)[0].x, 0.6f);
+    Polygon square = polygonWith(smallSquare());  // a vertex drag may make it self-crossing
+    square.SetSelPointIndex(1);
+    dragVertex(square, pt(0.2f, 0.2f), pt(0.6f, 0.6f));
+    EXPECT_FLOAT_EQ(verticesOf(square)[0].x, 0.6f);
 }
 
 // ---- Assignment ----
@@ -465,13 +418,16 @@ TEST_F(PolygonDraw, NoFillFlagsGiveOnlyTheOutline)
     EXPECT_GL_STATE_CLEAN();
 }
 
-TEST_F(PolygonDraw, SelfCrossingPolygonIsOutlinedNotFilled)
+TEST_F(PolygonDraw, SelfCrossingOrSingleVertexPolygonsAreNotFilled)
 {
-    Polygon p = polygonWith(bowTie());
-    p.SetViewOpaque(true);
-    p.Draw(nullptr, 640, 480, true);
-    ASSERT_EQ(recorded().batches.size(), 1u);
-    EXPECT_EQ(recorded().batches[0].mode, static_cast<GLenum>(GL_LINE_LOOP));
+    Polygon bow = polygonWith(bowTie());
+    bow.SetViewOpaque(true);
+    drawn(bow, 640, 480);
+    EXPECT_EQ(batchModes(), std::vector<GLenum>{GL_LINE_LOOP});
+    Polygon one = polygonWith({pt(0.5f, 0.5f)});
+    one.SetObjStatus(TAVRIN_OBJ_STATUS_SELECTED);
+    drawn(one, 640, 480);
+    EXPECT_EQ(batchModes(), (std::vector<GLenum>{GL_LINE_LOOP, GL_POINTS}));  // a one-vertex loop, its handle
     EXPECT_GL_STATE_CLEAN();
 }
 
@@ -524,17 +480,6 @@ TEST_F(PolygonDraw, SelectedPolygonDrawsHandlesAfterRestoring)
     ASSERT_EQ(points.size(), 4u);
     EXPECT_POINT_NEAR(points[1].at(0), 0.5f, 0.1f, 1e-6);
     EXPECT_EQ(points[1].pointSize, 16.0f);
-    EXPECT_GL_STATE_CLEAN();
-}
-
-TEST_F(PolygonDraw, SingleVertexDrawsNoEdgeButItsHandle)
-{
-    Polygon p = polygonWith({pt(0.5f, 0.5f)});
-    p.SetObjStatus(TAVRIN_OBJ_STATUS_SELECTED);
-    p.Draw(nullptr, 640, 480, true);
-    EXPECT_TRUE(recorded().batchesOf(GL_POLYGON).empty());
-    EXPECT_TRUE(recorded().batchesOf(GL_LINES).empty());
-    ASSERT_EQ(recorded().batchesOf(GL_POINTS).size(), 1u);
     EXPECT_GL_STATE_CLEAN();
 }
 

@@ -56,34 +56,6 @@ protected:
     Tavrin::VcaObjectContainer* registry = nullptr;
 };
 
-/// The glColor4ub call current at the k-th glRasterPos2f (the colour a text is drawn
-/// in), or "" when there is none.
-inline std::string colourAtText(std::size_t k)
-{
-    std::string colour;
-    std::size_t seen = 0;
-    for (const std::string& call : rec::gl().calls) {
-        if (call.compare(0, 11, "glColor4ub(") == 0) {
-            colour = call;
-        } else if (call.compare(0, 14, "glRasterPos2f(") == 0) {
-            if (seen++ == k) {
-                return colour;
-            }
-        }
-    }
-    return "";
-}
-
-/// The modes of the recorded batches in order, e.g. {GL_LINE_LOOP, GL_POLYGON}.
-inline std::vector<GLenum> batchModes()
-{
-    std::vector<GLenum> modes;
-    for (const rec::Batch& b : rec::gl().batches) {
-        modes.push_back(b.mode);
-    }
-    return modes;
-}
-
 /// Batches with the given mode, colour and vertex count.
 inline std::size_t countBatches(GLenum mode, const rec::Rgba& colour, std::size_t vertices)
 {

@@ -26,7 +26,7 @@ inline void expectSegment(const rec::Batch& batch, tagTAVRIN_POINT a, tagTAVRIN_
 }
 
 /// The modes of all batches, in order, for comparing a figure's shape.
-inline std::vector<std::string> batchModes()
+inline std::vector<std::string> batchModeNames()
 {
     std::vector<std::string> modes;
     for (const rec::Batch& b : rec::gl().batches) {

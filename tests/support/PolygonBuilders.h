@@ -24,7 +24,7 @@ inline tagTAVRIN_POLYGON polygonOf(std::initializer_list<tagTAVRIN_POINT> points
 
 /// The vertices a figure gives back through GetPoints (a buffer of full capacity).
 template <class Figure>
-Points verticesOf(Figure& figure)
+Points verticesOf(Figure&& figure)
 {
     tagTAVRIN_POINT buffer[20] = {};
     unsigned int count = 0;
