@@ -50,95 +50,78 @@ TEST_F(TraversePlane, HorizontalLineWithDirectionOne)
     EXPECT_GL_STATE_CLEAN();
 }
 
-struct PlaneCase {
-    const char* name;
-    tagTAVRIN_POINT a, b;
-    int width, height;
-    std::vector<tagTAVRIN_POINT> plane;
-    tagTAVRIN_POINT tail1, tip1;
-};
-
-void PrintTo(const PlaneCase& c, std::ostream* os) { *os << c.name; }
-
-class TraversePlaneCases : public GlTest, public ::testing::WithParamInterface<PlaneCase> {};
-
-TEST_P(TraversePlaneCases, PlaneAndArrowOneByInclination)
-{
-    const PlaneCase& c = GetParam();
-    Line line = planeOf(c.a, c.b, TAVRIN_ARROW_BOTH, TAVRIN_OBJ_STATUS_NORMAL);
-    line.Draw(nullptr, c.width, c.height, true);
-    const auto loops = recorded().batchesOf(GL_LINE_LOOP);
-    ASSERT_EQ(loops.size(), 3u);
-    expectVertices(loops[0], c.plane, 1e-6);
-    // The arrows are in whole pixels: within a pixel of their tail and tip.
-    const double pixel = 1.0 / std::min(c.width, c.height);
-    EXPECT_POINT_NEAR(loops[1].at(0), c.tail1.x, c.tail1.y, pixel);
-    EXPECT_POINT_NEAR(loops[1].at(4), c.tip1.x, c.tip1.y, pixel);
-    // Arrow 2 is arrow 1 mirrored through the middle.
-    const float mx = (c.a.x + c.b.x) / 2;
-    const float my = (c.a.y + c.b.y) / 2;
-    EXPECT_POINT_NEAR(loops[2].at(4), 2 * mx - c.tip1.x, 2 * my - c.tip1.y, pixel);
-    EXPECT_TRUE(recorded().texts.empty());  // direction 0 has no marks
-    EXPECT_GL_STATE_CLEAN();
-}
-
 // 45 degrees in a square view: one pixel across is (0.000707107, 0.000707107).
-INSTANTIATE_TEST_SUITE_P(
-    Cases, TraversePlaneCases,
-    ::testing::Values(
-        PlaneCase{"FallingArrowOneAbove", pt(0.2f, 0.2f), pt(0.6f, 0.6f), 1000, 1000,
-                  {pt(0.20106066f, 0.19893934f), pt(0.60106066f, 0.59893934f),
-                   pt(0.59893934f, 0.60106066f), pt(0.19893934f, 0.20106066f)},
-                  pt(0.40106066f, 0.39893934f), pt(0.42121320f, 0.37878680f)},
-        PlaneCase{"RisingArrowOneBelow", pt(0.6f, 0.2f), pt(0.2f, 0.6f), 1000, 1000,
-                  {pt(0.19893934f, 0.59893934f), pt(0.59893934f, 0.19893934f),
-                   pt(0.60106066f, 0.20106066f), pt(0.20106066f, 0.60106066f)},
-                  pt(0.40106066f, 0.40106066f), pt(0.42121320f, 0.42121320f)},
-        PlaneCase{"VerticalOffsetsAreHorizontal", pt(0.5f, 0.2f), pt(0.5f, 0.6f), 1000, 500,
-                  {pt(0.5015f, 0.2f), pt(0.5015f, 0.6f), pt(0.4985f, 0.6f), pt(0.4985f, 0.2f)},
-                  pt(0.5015f, 0.4f), pt(0.53f, 0.4f)},
-        PlaneCase{"HorizontalRightToLeft", pt(0.6f, 0.5f), pt(0.2f, 0.5f), 1000, 1000,
-                  {pt(0.2f, 0.4985f), pt(0.6f, 0.4985f), pt(0.6f, 0.5015f), pt(0.2f, 0.5015f)},
-                  pt(0.4f, 0.4985f), pt(0.4f, 0.47f)},
-        PlaneCase{"CoincidentPointsAreHorizontal", pt(0.5f, 0.5f), pt(0.5f, 0.5f), 1000, 500,
-                  {pt(0.5f, 0.497f), pt(0.5f, 0.497f), pt(0.5f, 0.503f), pt(0.5f, 0.503f)},
-                  pt(0.5f, 0.497f), pt(0.5f, 0.44f)}));
-
-struct MarkCase {
-    const char* name;
-    tagTAVRIN_POINT a, b;
-    TAVRIN_ARROW_TYPE direction;
-    tagTAVRIN_POINT markA, markB;
-    std::size_t loops;
-};
-
-void PrintTo(const MarkCase& c, std::ostream* os) { *os << c.name; }
-
-class TraversePlaneMarks : public GlTest, public ::testing::WithParamInterface<MarkCase> {};
-
-TEST_P(TraversePlaneMarks, ABesideArrowTwoBBesideArrowOne)
+TEST_F(TraversePlane, PlaneAndArrowOneByInclination)
 {
-    const MarkCase& c = GetParam();
-    Line line = planeOf(c.a, c.b, c.direction);
-    line.Draw(nullptr, 1000, 1000, true);
-    EXPECT_EQ(recorded().batchesOf(GL_LINE_LOOP).size(), c.loops);
-    ASSERT_EQ(recorded().texts.size(), 2u);
-    EXPECT_POINT_NEAR(recorded().texts[0].position, c.markA.x, c.markA.y, 1e-6);
-    EXPECT_POINT_NEAR(recorded().texts[1].position, c.markB.x, c.markB.y, 1e-6);
-    EXPECT_GL_STATE_CLEAN();
+    const struct {
+        const char* name;
+        tagTAVRIN_POINT a, b;
+        int width, height;
+        std::vector<tagTAVRIN_POINT> plane;
+        tagTAVRIN_POINT tail1, tip1;
+    } cases[] = {
+        {"FallingArrowOneAbove", pt(0.2f, 0.2f), pt(0.6f, 0.6f), 1000, 1000,
+         {pt(0.20106066f, 0.19893934f), pt(0.60106066f, 0.59893934f),
+          pt(0.59893934f, 0.60106066f), pt(0.19893934f, 0.20106066f)},
+         pt(0.40106066f, 0.39893934f), pt(0.42121320f, 0.37878680f)},
+        {"RisingArrowOneBelow", pt(0.6f, 0.2f), pt(0.2f, 0.6f), 1000, 1000,
+         {pt(0.19893934f, 0.59893934f), pt(0.59893934f, 0.19893934f),
+          pt(0.60106066f, 0.20106066f), pt(0.20106066f, 0.60106066f)},
+         pt(0.40106066f, 0.40106066f), pt(0.42121320f, 0.42121320f)},
+        {"VerticalOffsetsAreHorizontal", pt(0.5f, 0.2f), pt(0.5f, 0.6f), 1000, 500,
+         {pt(0.5015f, 0.2f), pt(0.5015f, 0.6f), pt(0.4985f, 0.6f), pt(0.4985f, 0.2f)},
+         pt(0.5015f, 0.4f), pt(0.53f, 0.4f)},
+        {"HorizontalRightToLeft", pt(0.6f, 0.5f), pt(0.2f, 0.5f), 1000, 1000,
+         {pt(0.2f, 0.4985f), pt(0.6f, 0.4985f), pt(0.6f, 0.5015f), pt(0.2f, 0.5015f)},
+         pt(0.4f, 0.4985f), pt(0.4f, 0.47f)},
+        {"CoincidentPointsAreHorizontal", pt(0.5f, 0.5f), pt(0.5f, 0.5f), 1000, 500,
+         {pt(0.5f, 0.497f), pt(0.5f, 0.497f), pt(0.5f, 0.503f), pt(0.5f, 0.503f)},
+         pt(0.5f, 0.497f), pt(0.5f, 0.44f)},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        Line line = planeOf(c.a, c.b, TAVRIN_ARROW_BOTH, TAVRIN_OBJ_STATUS_NORMAL);
+        const auto loops = drawn(line, c.width, c.height).batchesOf(GL_LINE_LOOP);
+        ASSERT_EQ(loops.size(), 3u);
+        expectVertices(loops[0], c.plane, 1e-6);
+        // The arrows are in whole pixels: within a pixel of their tail and tip.
+        const double pixel = 1.0 / std::min(c.width, c.height);
+        EXPECT_POINT_NEAR(loops[1].at(0), c.tail1.x, c.tail1.y, pixel);
+        EXPECT_POINT_NEAR(loops[1].at(4), c.tip1.x, c.tip1.y, pixel);
+        // Arrow 2 is arrow 1 mirrored through the middle.
+        const float mx = (c.a.x + c.b.x) / 2;
+        const float my = (c.a.y + c.b.y) / 2;
+        EXPECT_POINT_NEAR(loops[2].at(4), 2 * mx - c.tip1.x, 2 * my - c.tip1.y, pixel);
+        EXPECT_TRUE(recorded().texts.empty());  // direction 0 has no marks
+        EXPECT_GL_STATE_CLEAN();
+    }
 }
 
 // Falling 45 degrees: B 40 px from the middle along arrow 1 (10 beyond its tip), A 13.5 px
 // the other way (15 behind its tail); direction 2 mirrors both.
-INSTANTIATE_TEST_SUITE_P(
-    Cases, TraversePlaneMarks,
-    ::testing::Values(
-        MarkCase{"FallingDirectionOne", pt(0.2f, 0.2f), pt(0.6f, 0.6f), TAVRIN_ARROW_POSITIVE,
-                 pt(0.39045408f, 0.40954592f), pt(0.42828427f, 0.37171573f), 2},
-        MarkCase{"FallingDirectionTwo", pt(0.2f, 0.2f), pt(0.6f, 0.6f), TAVRIN_ARROW_NEGATIVE,
-                 pt(0.37171573f, 0.42828427f), pt(0.40954592f, 0.39045408f), 2},
-        MarkCase{"HorizontalDirectionTwo", pt(0.2f, 0.5f), pt(0.6f, 0.5f), TAVRIN_ARROW_NEGATIVE,
-                 pt(0.4f, 0.52f), pt(0.4f, 0.5115f), 2}));
+TEST_F(TraversePlane, ABesideArrowTwoBBesideArrowOne)
+{
+    const struct {
+        const char* name;
+        tagTAVRIN_POINT a, b;
+        TAVRIN_ARROW_TYPE direction;
+        tagTAVRIN_POINT markA, markB;
+    } cases[] = {
+        {"FallingDirectionOne", pt(0.2f, 0.2f), pt(0.6f, 0.6f), TAVRIN_ARROW_POSITIVE,
+         pt(0.39045408f, 0.40954592f), pt(0.42828427f, 0.37171573f)},
+        {"FallingDirectionTwo", pt(0.2f, 0.2f), pt(0.6f, 0.6f), TAVRIN_ARROW_NEGATIVE,
+         pt(0.37171573f, 0.42828427f), pt(0.40954592f, 0.39045408f)},
+        {"HorizontalDirectionTwo", pt(0.2f, 0.5f), pt(0.6f, 0.5f), TAVRIN_ARROW_NEGATIVE,
+         pt(0.4f, 0.52f), pt(0.4f, 0.5115f)},
+    };
+    for (const auto& c : cases) {
+        Line line = planeOf(c.a, c.b, c.direction);
+        EXPECT_EQ(drawn(line).batchesOf(GL_LINE_LOOP).size(), 2u) << c.name;
+        ASSERT_EQ(recorded().texts.size(), 2u);
+        EXPECT_POINT_NEAR(recorded().texts[0].position, c.markA.x, c.markA.y, 1e-6);
+        EXPECT_POINT_NEAR(recorded().texts[1].position, c.markB.x, c.markB.y, 1e-6);
+    }
+}
 
 TEST_F(TraversePlane, NoMarksInStatusZeroOrTwoOrWithoutHead)
 {
