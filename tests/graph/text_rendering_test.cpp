@@ -5,15 +5,18 @@
 
 #include "graph/GlRender.h"
 
+#include <Tavrin/Label.h>
+#include <Tavrin/Line.h>
 #include <Tavrin/TextRendering.h>
 
 #include <algorithm>
 #include <atomic>
 #include <iterator>
-#include <ostream>
 #include <string>
 #include <thread>
 
+using Tavrin::Label;
+using Tavrin::Line;
 using Tavrin::TextRendering;
 namespace gl = Tavrin::gl;
 
@@ -124,53 +127,105 @@ TEST_F(TextTest, EveryPrintableCharacterReadsBackAsDrawnInTheFontSource)
     EXPECT_EQ(rec::readBack(recorded().texts.at(0)), all);
 }
 
-// A byte drawn alone and what it reads back as.
-struct ByteCase {
-    const char* name;
-    unsigned char byte;
-    char reads;
-};
-
-void PrintTo(const ByteCase& c, std::ostream* os) { *os << c.name; }
-
-class TextByte : public TextTest, public ::testing::WithParamInterface<ByteCase> {};
-
-TEST_P(TextByte, DrawsItsGlyphOrThePlaceholder)
+TEST_F(TextTest, EachByteDrawsItsGlyphOrThePlaceholder)
 {
     TextRendering::SetEnabled(true);
-    const char text[2] = {static_cast<char>(GetParam().byte), '\0'};
-    gl::drawLabelText(kCorner, text);
-    EXPECT_EQ(rec::readBack(recorded().texts.at(0)), std::string(1, GetParam().reads));
-    EXPECT_GL_STATE_CLEAN();
+    const char p = rec::kPlaceholderRead;
+    const std::pair<unsigned char, char> bytes[] = {{0x20, ' '}, {0x7e, '~'}, {'7', '7'}, {'\\', '\\'},
+                                                    {0x01, p},   {'\t', p},   {'\n', p},  {0x1f, p},
+                                                    {0x7f, p},   {0x80, p},   {0xc3, p},  {0xff, p}};
+    for (const auto& byte : bytes) {
+        rec::gl().reset();
+        const char text[2] = {static_cast<char>(byte.first), '\0'};
+        gl::drawLabelText(kCorner, text);
+        EXPECT_EQ(rec::readBack(recorded().texts.at(0)), std::string(1, byte.second)) << int(byte.first);
+        EXPECT_GL_STATE_CLEAN();
+    }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Bytes, TextByte,
-    ::testing::Values(ByteCase{"Space", 0x20, ' '}, ByteCase{"Tilde", 0x7e, '~'}, ByteCase{"Digit", '7', '7'},
-                      ByteCase{"Backslash", '\\', '\\'}, ByteCase{"StartOfHeading", 0x01, rec::kPlaceholderRead},
-                      ByteCase{"Tab", '\t', rec::kPlaceholderRead}, ByteCase{"Newline", '\n', rec::kPlaceholderRead},
-                      ByteCase{"UnitSeparator", 0x1f, rec::kPlaceholderRead},
-                      ByteCase{"Delete", 0x7f, rec::kPlaceholderRead}, ByteCase{"High", 0x80, rec::kPlaceholderRead},
-                      ByteCase{"Utf8Lead", 0xc3, rec::kPlaceholderRead}, ByteCase{"AllOnes", 0xff, rec::kPlaceholderRead}),
-    [](const ::testing::TestParamInfo<ByteCase>& info) { return std::string(info.param.name); });
-
-class TextUnderHostAlignment : public TextTest, public ::testing::WithParamInterface<int> {};
-
-TEST_P(TextUnderHostAlignment, ReadsTheSameGlyphsAndTouchesNoPixelStore)
+TEST_F(TextTest, UnderAnyHostAlignmentReadsTheSameGlyphsAndTouchesNoPixelStore)
 {
-    glPixelStorei(GL_UNPACK_ALIGNMENT, GetParam());  // as a host may leave it
     TextRendering::SetEnabled(true);
-    gl::drawLabelText(kCorner, "Ag");
-    EXPECT_EQ(rec::readBack(recorded().texts.at(0)), "Ag");
-    const std::vector<std::string> names = recorded().names();
-    EXPECT_EQ(std::count(names.begin(), names.end(), "glPixelStorei"), 1);
-    EXPECT_EQ(recorded().unpackAlignment, GetParam());
+    for (int alignment : {1, 2, 4, 8}) {
+        rec::gl().reset();
+        glPixelStorei(GL_UNPACK_ALIGNMENT, alignment);  // as a host may leave it
+        gl::drawLabelText(kCorner, "Ag");
+        EXPECT_EQ(rec::readBack(recorded().texts.at(0)), "Ag");
+        const std::vector<std::string> names = recorded().names();
+        EXPECT_EQ(std::count(names.begin(), names.end(), "glPixelStorei"), 1);
+        EXPECT_EQ(recorded().unpackAlignment, alignment);
+    }
 }
 
-INSTANTIATE_TEST_SUITE_P(EveryLegalAlignment, TextUnderHostAlignment, ::testing::Values(1, 2, 4, 8),
-                         [](const ::testing::TestParamInfo<int>& info) {
-                             return "Alignment" + std::to_string(info.param);
-                         });
+// A Label's text: the calls of a draw without text, with the glyphs between the display
+// list's reservation and release, in the label's colour for its status.
+TEST_F(TextTest, LabelDrawsItsTextInsideTheBoxInTheLabelColour)
+{
+    const std::vector<std::string> polySmooth = {"GL_POLYGON_SMOOTH", "GL_LINE_SMOOTH"};
+    const std::vector<std::string> glyphs = concat(
+        {{move(2, -12)}, repeat(kGlyph, 6), {move(-44, 12)}});
+    TextRendering::SetEnabled(true);
+    const std::pair<tagTAVRIN_OBJ_STATUS, unsigned int> looks[] = {
+        {TAVRIN_OBJ_STATUS_NORMAL, 0xd90db0}, {TAVRIN_OBJ_STATUS_SELECTED, 0x285ea6},
+        {TAVRIN_OBJ_STATUS_HIGHLIGHTED, 0x285ea6}};
+    for (const auto& look : looks) {
+        Label label;
+        setDiagonal(label, pt(0.3f, 0.4f), pt(0.5f, 0.6f));
+        char text[] = "Zone 1";
+        label.SetText(text);
+        label.SetObjStatus(look.first);
+        drawn(label, 640, 480);
+        EXPECT_EQ(recorded().sequence(),
+                  concat({enterCalls(polySmooth), {colourCall(look.second), "glRasterPos2f(0.6,1.2)", "glGenLists(1)"},
+                          glyphs, {"glDeleteLists(list,1)"}, leaveCalls(polySmooth)}));
+        ASSERT_EQ(recorded().texts.size(), 1u);
+        EXPECT_EQ(rec::readBack(recorded().texts[0]), "Zone 1");
+        EXPECT_EQ(recorded().texts[0].color, rec::rgba(look.second));
+        EXPECT_GL_STATE_CLEAN();
+    }
+}
+
+// A tripwire's "A"/"B" marks: the calls without text, each list call followed by its glyph
+// centred on the mark, in the line's colour.
+TEST_F(TextTest, TripwireMarksFollowEachListCallInTheLinesColour)
+{
+    const struct {
+        bool traversePlane;
+        tagTAVRIN_OBJ_STATUS status;
+        unsigned int rgb;  // 0: no marks in this look
+    } looks[] = {{false, TAVRIN_OBJ_STATUS_SELECTED, 0x285ea6},
+                 {false, static_cast<tagTAVRIN_OBJ_STATUS>(3), 0xd90db0},
+                 {false, TAVRIN_OBJ_STATUS_NORMAL, 0},
+                 {true, TAVRIN_OBJ_STATUS_SELECTED, 0x285ea6},
+                 {true, TAVRIN_OBJ_STATUS_HIGHLIGHTED, 0}};
+    for (const auto& look : looks) {
+        SCOPED_TRACE(::testing::Message() << "plane " << look.traversePlane << " status " << look.status);
+        tagTAVRIN_POINT points[2] = {pt(0.2f, 0.3f), pt(0.6f, 0.5f)};
+        Line line(points, 2);
+        line.SetIsTraversePlane(look.traversePlane);
+        line.SetLineType(TAVRIN_LINE_ARROW);
+        line.SetArrowDirection(TAVRIN_ARROW_POSITIVE);
+        line.SetObjStatus(look.status);
+        TextRendering::SetEnabled(false);
+        const std::vector<std::string> off = drawn(line, 1000, 500).sequence();
+        ASSERT_EQ(std::count(off.begin(), off.end(), "glCallList(list)"), look.rgb != 0 ? 2 : 0);
+        std::vector<std::string> expected;
+        for (const std::string& call : off) {
+            expected.push_back(call);
+            if (call == "glCallList(list)") {
+                expected.insert(expected.end(), {move(-3, -4), kGlyph, move(-4, 4)});
+            }
+        }
+        TextRendering::SetEnabled(true);
+        EXPECT_EQ(drawn(line, 1000, 500).sequence(), expected);
+        ASSERT_EQ(recorded().texts.size(), look.rgb != 0 ? 2u : 0u);
+        for (std::size_t i = 0; i < recorded().texts.size(); ++i) {
+            EXPECT_EQ(rec::readBack(recorded().texts[i]), i == 0 ? "A" : "B");
+            EXPECT_EQ(recorded().texts[i].color, rec::rgba(look.rgb));
+        }
+        EXPECT_GL_STATE_CLEAN();
+    }
+}
 
 TEST_F(TextTest, AToggleFromAnotherThreadNeverSplitsADraw)
 {
