@@ -39,44 +39,39 @@ struct EdgeCase {
     tagTAVRIN_POINT heightAnchor;  // midpoint of the height edge
 };
 
-std::ostream& operator<<(std::ostream& os, const EdgeCase& c) { return os << c.name; }
-
-class ItsCaliEdges : public ItsCaliTest, public ::testing::WithParamInterface<EdgeCase> {};
-
 }  // namespace
 
-TEST_P(ItsCaliEdges, WidthTextThenHeightTextBesideTheTopEdges)
+TEST_F(ItsCaliTest, WidthTextThenHeightTextBesideTheTopEdges)
 {
-    const EdgeCase& c = GetParam();
-    setPoints(c.points);
-    its->Draw(nullptr, 800, 600, true);
-    const auto& texts = recorded().texts;
-    ASSERT_EQ(texts.size(), 2u);
-    // The label box sits 0.01 right of and 0.01 above its anchor.
-    EXPECT_POINT_NEAR(texts[0].position, c.widthAnchor.x + 0.01f, c.widthAnchor.y - 0.01f, 1e-6);
-    EXPECT_POINT_NEAR(texts[1].position, c.heightAnchor.x + 0.01f, c.heightAnchor.y - 0.01f, 1e-6);
-    EXPECT_EQ(textColors(), (std::vector<std::string>{colourCall(0x285EA6), colourCall(0x285EA6)}));
-    EXPECT_GL_STATE_CLEAN();
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Cases, ItsCaliEdges,
-    ::testing::Values(
+    const EdgeCase cases[] = {
         // Top is vertex 0 (first of two minima); next (y 0.2) is higher than prev (y 0.6).
-        EdgeCase{"SquareWidthOnTheTopEdge", {pt(0.2f, 0.2f), pt(0.6f, 0.2f), pt(0.6f, 0.6f), pt(0.2f, 0.6f)},
-                 pt(0.4f, 0.2f), pt(0.2f, 0.4f)},
+        {"SquareWidthOnTheTopEdge", {pt(0.2f, 0.2f), pt(0.6f, 0.2f), pt(0.6f, 0.6f), pt(0.2f, 0.6f)},
+         pt(0.4f, 0.2f), pt(0.2f, 0.4f)},
         // prev (y 0.3) is higher than next (y 0.5): the texts swap edges.
-        EdgeCase{"PreviousHigherSwapsTheEdges", {pt(0.5f, 0.1f), pt(0.7f, 0.5f), pt(0.3f, 0.3f)},
-                 pt(0.4f, 0.2f), pt(0.6f, 0.3f)},
-        EdgeCase{"TieGoesToTheNextVertex", {pt(0.5f, 0.1f), pt(0.7f, 0.5f), pt(0.3f, 0.5f)},
-                 pt(0.6f, 0.3f), pt(0.4f, 0.3f)},
-        EdgeCase{"TopInTheMiddle", {pt(0.2f, 0.8f), pt(0.3f, 0.5f), pt(0.5f, 0.1f), pt(0.8f, 0.6f)},
-                 pt(0.4f, 0.3f), pt(0.65f, 0.35f)},
+        {"PreviousHigherSwapsTheEdges", {pt(0.5f, 0.1f), pt(0.7f, 0.5f), pt(0.3f, 0.3f)},
+         pt(0.4f, 0.2f), pt(0.6f, 0.3f)},
+        {"TieGoesToTheNextVertex", {pt(0.5f, 0.1f), pt(0.7f, 0.5f), pt(0.3f, 0.5f)},
+         pt(0.6f, 0.3f), pt(0.4f, 0.3f)},
+        {"TopInTheMiddle", {pt(0.2f, 0.8f), pt(0.3f, 0.5f), pt(0.5f, 0.1f), pt(0.8f, 0.6f)},
+         pt(0.4f, 0.3f), pt(0.65f, 0.35f)},
         // Top is the last vertex: next wraps to vertex 0.
-        EdgeCase{"TopLastNextWraps", {pt(0.3f, 0.5f), pt(0.6f, 0.6f), pt(0.5f, 0.1f)},
-                 pt(0.4f, 0.3f), pt(0.55f, 0.35f)},
-        EdgeCase{"OneVertexCarriesBoth", {pt(0.5f, 0.5f)}, pt(0.5f, 0.5f), pt(0.5f, 0.5f)}),
-    [](const ::testing::TestParamInfo<EdgeCase>& info) { return info.param.name; });
+        {"TopLastNextWraps", {pt(0.3f, 0.5f), pt(0.6f, 0.6f), pt(0.5f, 0.1f)},
+         pt(0.4f, 0.3f), pt(0.55f, 0.35f)},
+        {"OneVertexCarriesBoth", {pt(0.5f, 0.5f)}, pt(0.5f, 0.5f), pt(0.5f, 0.5f)},
+    };
+    for (const EdgeCase& c : cases) {
+        SCOPED_TRACE(c.name);
+        setPoints(c.points);
+        drawn(*its, 800, 600);
+        const auto& texts = recorded().texts;
+        ASSERT_EQ(texts.size(), 2u);
+        // The label box sits 0.01 right of and 0.01 above its anchor.
+        EXPECT_POINT_NEAR(texts[0].position, c.widthAnchor.x + 0.01f, c.widthAnchor.y - 0.01f, 1e-6);
+        EXPECT_POINT_NEAR(texts[1].position, c.heightAnchor.x + 0.01f, c.heightAnchor.y - 0.01f, 1e-6);
+        EXPECT_EQ(textColors(), (std::vector<std::string>{colourCall(0x285EA6), colourCall(0x285EA6)}));
+        EXPECT_GL_STATE_CLEAN();
+    }
+}
 
 TEST_F(ItsCaliTest, EmptyPolygonDrawsNoLabels)
 {

@@ -118,28 +118,24 @@ struct LabelRectCase {
     float x, y;
 };
 
-void PrintTo(const LabelRectCase& c, std::ostream* os) { *os << c.name; }
-
-class VcaObjectLabelRect : public ::testing::TestWithParam<LabelRectCase> {};
-
-TEST_P(VcaObjectLabelRect, PlacesTheBoxInsideNearRightAndBottomEdges)
+TEST(VcaObjectLabelRect, PlacesTheBoxInsideNearRightAndBottomEdges)
 {
-    const LabelRectCase& c = GetParam();
-    const tagTAVRIN_VCA_RECT r = labelRect(c.ax, c.ay);
-    EXPECT_FLOAT_EQ(r.x, c.x);
-    EXPECT_FLOAT_EQ(r.y, c.y);
-    EXPECT_FLOAT_EQ(r.width, 0.08f);
-    EXPECT_FLOAT_EQ(r.height, 0.04f);
+    const LabelRectCase cases[] = {
+        {"Middle", 0.5f, 0.5f, 0.51f, 0.49f},
+        {"RightAndBottomRightWins", 0.95f, 0.95f, 0.87f, 0.94f},
+        {"Bottom", 0.5f, 0.95f, 0.51f, 0.91f},
+        {"ExactlyAtRightThreshold", 0.9f, 0.5f, 0.9f - 0.08f, 0.49f},
+        {"JustLeftOfRightThreshold", 0.8999f, 0.5f, 0.8999f + 0.01f, 0.49f},
+        {"ExactlyAtBottomThreshold", 0.5f, 0.9f, 0.51f, 0.9f - 0.04f},
+        {"TopLeftIsNotClamped", 0.0f, 0.0f, 0.01f, -0.01f},
+    };
+    for (const LabelRectCase& c : cases) {
+        SCOPED_TRACE(c.name);
+        const tagTAVRIN_VCA_RECT r = labelRect(c.ax, c.ay);
+        EXPECT_FLOAT_EQ(r.x, c.x);
+        EXPECT_FLOAT_EQ(r.y, c.y);
+        EXPECT_FLOAT_EQ(r.width, 0.08f);
+        EXPECT_FLOAT_EQ(r.height, 0.04f);
+    }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Anchors, VcaObjectLabelRect,
-    ::testing::Values(
-        LabelRectCase{"Middle", 0.5f, 0.5f, 0.51f, 0.49f},
-        LabelRectCase{"RightAndBottomRightWins", 0.95f, 0.95f, 0.87f, 0.94f},
-        LabelRectCase{"Bottom", 0.5f, 0.95f, 0.51f, 0.91f},
-        LabelRectCase{"ExactlyAtRightThreshold", 0.9f, 0.5f, 0.9f - 0.08f, 0.49f},
-        LabelRectCase{"JustLeftOfRightThreshold", 0.8999f, 0.5f, 0.8999f + 0.01f, 0.49f},
-        LabelRectCase{"ExactlyAtBottomThreshold", 0.5f, 0.9f, 0.51f, 0.9f - 0.04f},
-        LabelRectCase{"TopLeftIsNotClamped", 0.0f, 0.0f, 0.01f, -0.01f}),
-    [](const ::testing::TestParamInfo<LabelRectCase>& info) { return info.param.name; });

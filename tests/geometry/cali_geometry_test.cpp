@@ -25,65 +25,60 @@ struct BarCase {
     int x0, y0, x1, y1;  // expected bar ends in pixels
 };
 
-std::ostream& operator<<(std::ostream& os, const BarCase& c) { return os << c.name; }
-
-class LineHeadBarTable : public ::testing::TestWithParam<BarCase> {};
-
 }  // namespace
-
-TEST_P(LineHeadBarTable, SnappedBarEnds)
-{
-    const BarCase& c = GetParam();
-    tagTAVRIN_POINT out[2] = {};
-    ASSERT_TRUE(lineHeadBar(c.end, c.a, c.b, c.width, c.height, out));
-    EXPECT_FLOAT_EQ(out[0].x, px(c.x0, c.width));
-    EXPECT_FLOAT_EQ(out[0].y, px(c.y0, c.height));
-    EXPECT_FLOAT_EQ(out[1].x, px(c.x1, c.width));
-    EXPECT_FLOAT_EQ(out[1].y, px(c.y1, c.height));
-}
 
 // Pixel values: the bar is 16 pixels each way from a centre offset by sin·cos and sin·sin
 // of a pixel, at the perpendicular's angle truncated to whole degrees.
-INSTANTIATE_TEST_SUITE_P(
-    Cases, LineHeadBarTable,
-    ::testing::Values(
+TEST(LineHeadBarTable, SnappedBarEnds)
+{
+    const BarCase cases[] = {
         // Slope 0: a vertical bar 16 pixels up and down, no offset.
-        BarCase{"Horizontal", pt(0.2f, 0.5f), pt(0.6f, 0.5f), pt(0.2f, 0.5f),
-                1000, 500, 200, 234, 200, 266},
-        BarCase{"HorizontalOtherEnd", pt(0.2f, 0.5f), pt(0.6f, 0.5f), pt(0.6f, 0.5f),
-                1000, 500, 600, 234, 600, 266},
+        {"Horizontal", pt(0.2f, 0.5f), pt(0.6f, 0.5f), pt(0.2f, 0.5f),
+         1000, 500, 200, 234, 200, 266},
+        {"HorizontalOtherEnd", pt(0.2f, 0.5f), pt(0.6f, 0.5f), pt(0.6f, 0.5f),
+         1000, 500, 600, 234, 600, 266},
         // Infinite slope: angle 0, a horizontal bar.
-        BarCase{"Vertical", pt(0.5f, 0.2f), pt(0.5f, 0.8f), pt(0.5f, 0.8f),
-                800, 600, 384, 480, 416, 480},
+        {"Vertical", pt(0.5f, 0.2f), pt(0.5f, 0.8f), pt(0.5f, 0.8f),
+         800, 600, 384, 480, 416, 480},
         // k = -1, 45 degrees: centre (x + 0.5, y + 0.5), 16·cos 45 = 11.31.
-        BarCase{"Diagonal45", pt(0.2f, 0.6f), pt(0.4f, 0.4f), pt(0.2f, 0.6f),
-                1000, 1000, 189, 589, 211, 611},
-        BarCase{"Diagonal45OtherEnd", pt(0.2f, 0.6f), pt(0.4f, 0.4f), pt(0.4f, 0.4f),
-                1000, 1000, 389, 389, 411, 411},
+        {"Diagonal45", pt(0.2f, 0.6f), pt(0.4f, 0.4f), pt(0.2f, 0.6f),
+         1000, 1000, 189, 589, 211, 611},
+        {"Diagonal45OtherEnd", pt(0.2f, 0.6f), pt(0.4f, 0.4f), pt(0.4f, 0.4f),
+         1000, 1000, 389, 389, 411, 411},
         // k = +1, -45 degrees: centre (x - 0.5, y + 0.5).
-        BarCase{"DiagonalMinus45", pt(0.25f, 0.25f), pt(0.5f, 0.5f), pt(0.25f, 0.25f),
-                1000, 1000, 238, 261, 260, 239},
+        {"DiagonalMinus45", pt(0.25f, 0.25f), pt(0.5f, 0.5f), pt(0.25f, 0.25f),
+         1000, 1000, 238, 261, 260, 239},
         // -10.81 truncates towards zero to -10, not -11.
-        BarCase{"TruncatesTowardsZeroLeftOfPicture", pt(0.2f, 0.6f), pt(0.4f, 0.4f), pt(0.0f, 0.0f),
-                1000, 1000, -10, -10, 11, 11},
+        {"TruncatesTowardsZeroLeftOfPicture", pt(0.2f, 0.6f), pt(0.4f, 0.4f), pt(0.0f, 0.0f),
+         1000, 1000, -10, -10, 11, 11},
         // k = 0.5: perpendicular at -63.43 degrees, taken as -63.
-        BarCase{"ShallowSlope", pt(0.1f, 0.1f), pt(0.5f, 0.3f), pt(0.1f, 0.1f),
-                1000, 1000, 92, 115, 106, 86},
+        {"ShallowSlope", pt(0.1f, 0.1f), pt(0.5f, 0.3f), pt(0.1f, 0.1f),
+         1000, 1000, 92, 115, 106, 86},
         // k = -2: 26.57 degrees truncated to 26 (rounding would give 27 and row 492).
-        BarCase{"AngleTruncatedNotRounded", pt(0.1f, 0.5f), pt(0.2f, 0.3f), pt(0.1f, 0.5f),
-                1000, 1000, 86, 493, 114, 507},
+        {"AngleTruncatedNotRounded", pt(0.1f, 0.5f), pt(0.2f, 0.3f), pt(0.1f, 0.5f),
+         1000, 1000, 86, 493, 114, 507},
         // k = 2: -26.57 degrees truncated towards zero to -26.
-        BarCase{"NegativeAngleTruncatedTowardsZero", pt(0.1f, 0.3f), pt(0.2f, 0.5f), pt(0.1f, 0.3f),
-                1000, 1000, 85, 307, 113, 293},
+        {"NegativeAngleTruncatedTowardsZero", pt(0.1f, 0.3f), pt(0.2f, 0.5f), pt(0.1f, 0.3f),
+         1000, 1000, 85, 307, 113, 293},
         // The slope is taken in pixels: 640 x 480, k = 0.375, -69 degrees.
-        BarCase{"SlopeInPixelsOfAWideView", pt(0.25f, 0.25f), pt(0.75f, 0.5f), pt(0.25f, 0.25f),
-                640, 480, 153, 135, 165, 105},
+        {"SlopeInPixelsOfAWideView", pt(0.25f, 0.25f), pt(0.75f, 0.5f), pt(0.25f, 0.25f),
+         640, 480, 153, 135, 165, 105},
         // No direction at all: angle 0, the horizontal bar of a vertical line.
-        BarCase{"CoincidentEndsGiveAHorizontalBar", pt(0.3f, 0.3f), pt(0.3f, 0.3f), pt(0.5f, 0.5f),
-                1000, 1000, 484, 500, 516, 500},
-        BarCase{"BothEndsAtTheOrigin", pt(0.0f, 0.0f), pt(0.0f, 0.0f), pt(0.0f, 0.0f),
-                640, 480, -16, 0, 16, 0}),
-    [](const ::testing::TestParamInfo<BarCase>& info) { return info.param.name; });
+        {"CoincidentEndsGiveAHorizontalBar", pt(0.3f, 0.3f), pt(0.3f, 0.3f), pt(0.5f, 0.5f),
+         1000, 1000, 484, 500, 516, 500},
+        {"BothEndsAtTheOrigin", pt(0.0f, 0.0f), pt(0.0f, 0.0f), pt(0.0f, 0.0f),
+         640, 480, -16, 0, 16, 0},
+    };
+    for (const BarCase& c : cases) {
+        SCOPED_TRACE(c.name);
+        tagTAVRIN_POINT out[2] = {};
+        ASSERT_TRUE(lineHeadBar(c.end, c.a, c.b, c.width, c.height, out));
+        EXPECT_FLOAT_EQ(out[0].x, px(c.x0, c.width));
+        EXPECT_FLOAT_EQ(out[0].y, px(c.y0, c.height));
+        EXPECT_FLOAT_EQ(out[1].x, px(c.x1, c.width));
+        EXPECT_FLOAT_EQ(out[1].y, px(c.y1, c.height));
+    }
+}
 
 TEST(LineHeadBar, WritesNothingWithoutAViewSizeOrAFiniteEnd)
 {
@@ -132,61 +127,56 @@ struct PupilCase {
     tagTAVRIN_POINT e1;
 };
 
-std::ostream& operator<<(std::ostream& os, const PupilCase& c) { return os << c.name; }
-
-class PupilDimensionTable : public ::testing::TestWithParam<PupilCase> {};
-
 }  // namespace
-
-TEST_P(PupilDimensionTable, OrderAndExtension)
-{
-    const PupilCase& c = GetParam();
-    const PupilDimension d = pupilDimension(c.s0, c.s1, c.width, c.height);
-    EXPECT_EQ(d.layout, c.layout);
-    const tagTAVRIN_POINT& p = c.s1First ? c.s1 : c.s0;
-    const tagTAVRIN_POINT& q = c.s1First ? c.s0 : c.s1;
-    EXPECT_POINT_NEAR(d.first, p.x, p.y, 0.0);
-    EXPECT_POINT_NEAR(d.second, q.x, q.y, 0.0);
-    ASSERT_TRUE(d.hasExtension);
-    EXPECT_POINT_NEAR(d.extensionStart, c.e0.x, c.e0.y, 1e-7);
-    EXPECT_POINT_NEAR(d.extensionEnd, c.e1.x, c.e1.y, 1e-7);
-}
 
 // Oblique rows: ax = 375, ay = 400, len = trunc(548.29) = 548, so the extension is
 // (375 / 548 · 16) / 1000 = 0.0109489 across and (400 / 548 · 16) / 800 = 0.0145985 down.
-INSTANTIATE_TEST_SUITE_P(
-    Cases, PupilDimensionTable,
-    ::testing::Values(
-        PupilCase{"RowLeftPupilFirst", pt(0.6f, 0.5f), pt(0.3f, 0.5f),
-                  800, 600, PupilLayout::Horizontal, true,
-                  pt(0.28f, 0.5f), pt(0.62f, 0.5f)},
-        PupilCase{"RowClampedToThePicture", pt(0.01f, 0.5f), pt(0.99f, 0.5f),
-                  800, 600, PupilLayout::Horizontal,
-                  false, pt(0.0f, 0.5f), pt(1.0f, 0.5f)},
+TEST(PupilDimensionTable, OrderAndExtension)
+{
+    const PupilCase cases[] = {
+        {"RowLeftPupilFirst", pt(0.6f, 0.5f), pt(0.3f, 0.5f),
+         800, 600, PupilLayout::Horizontal, true,
+         pt(0.28f, 0.5f), pt(0.62f, 0.5f)},
+        {"RowClampedToThePicture", pt(0.01f, 0.5f), pt(0.99f, 0.5f),
+         800, 600, PupilLayout::Horizontal,
+         false, pt(0.0f, 0.5f), pt(1.0f, 0.5f)},
         // 16 / W, not 16 / H: 0.02 and not 0.04 at 800 x 400.
-        PupilCase{"ColumnUpperPupilFirstStepByWidth", pt(0.4f, 0.7f), pt(0.4f, 0.3f), 800, 400,
-                  PupilLayout::Vertical, true, pt(0.4f, 0.28f), pt(0.4f, 0.72f)},
-        PupilCase{"ColumnClampedToThePicture", pt(0.4f, 0.01f), pt(0.4f, 0.995f),
-                  800, 400, PupilLayout::Vertical,
-                  false, pt(0.4f, 0.0f), pt(0.4f, 1.0f)},
-        PupilCase{"CoincidentPupilsCountAsARow", pt(0.5f, 0.5f), pt(0.5f, 0.5f),
-                  800, 600, PupilLayout::Horizontal,
-                  true, pt(0.48f, 0.5f), pt(0.52f, 0.5f)},
-        PupilCase{"ObliqueSecondHigher", pt(0.625f, 0.25f), pt(0.25f, 0.75f),
-                  1000, 800, PupilLayout::Oblique, true,
-                  pt(0.2390511f, 0.7645985f), pt(0.6359489f, 0.2354015f)},
-        PupilCase{"ObliqueSecondLower", pt(0.25f, 0.25f), pt(0.625f, 0.75f),
-                  1000, 800, PupilLayout::Oblique, false,
-                  pt(0.2390511f, 0.2354015f), pt(0.6359489f, 0.7645985f)},
+        {"ColumnUpperPupilFirstStepByWidth", pt(0.4f, 0.7f), pt(0.4f, 0.3f), 800, 400,
+         PupilLayout::Vertical, true, pt(0.4f, 0.28f), pt(0.4f, 0.72f)},
+        {"ColumnClampedToThePicture", pt(0.4f, 0.01f), pt(0.4f, 0.995f),
+         800, 400, PupilLayout::Vertical,
+         false, pt(0.4f, 0.0f), pt(0.4f, 1.0f)},
+        {"CoincidentPupilsCountAsARow", pt(0.5f, 0.5f), pt(0.5f, 0.5f),
+         800, 600, PupilLayout::Horizontal,
+         true, pt(0.48f, 0.5f), pt(0.52f, 0.5f)},
+        {"ObliqueSecondHigher", pt(0.625f, 0.25f), pt(0.25f, 0.75f),
+         1000, 800, PupilLayout::Oblique, true,
+         pt(0.2390511f, 0.7645985f), pt(0.6359489f, 0.2354015f)},
+        {"ObliqueSecondLower", pt(0.25f, 0.25f), pt(0.625f, 0.75f),
+         1000, 800, PupilLayout::Oblique, false,
+         pt(0.2390511f, 0.2354015f), pt(0.6359489f, 0.7645985f)},
         // Not clamped: the extension may leave the picture.
-        PupilCase{"ObliqueNotClamped", pt(0.0f, 1.0f), pt(0.375f, 0.5f),
-                  1000, 800, PupilLayout::Oblique, false,
-                  pt(-0.0109489f, 1.0145985f), pt(0.3859489f, 0.4854015f)},
+        {"ObliqueNotClamped", pt(0.0f, 1.0f), pt(0.375f, 0.5f),
+         1000, 800, PupilLayout::Oblique, false,
+         pt(-0.0109489f, 1.0145985f), pt(0.3859489f, 0.4854015f)},
         // Less than a pixel apart: len = 0, the extension is the segment itself.
-        PupilCase{"ObliqueWithinOnePixelIsNotExtended", pt(0.5f, 0.5f), pt(0.5004f, 0.5004f),
-                  1000, 1000,
-                  PupilLayout::Oblique, false, pt(0.5f, 0.5f), pt(0.5004f, 0.5004f)}),
-    [](const ::testing::TestParamInfo<PupilCase>& info) { return info.param.name; });
+        {"ObliqueWithinOnePixelIsNotExtended", pt(0.5f, 0.5f), pt(0.5004f, 0.5004f),
+         1000, 1000,
+         PupilLayout::Oblique, false, pt(0.5f, 0.5f), pt(0.5004f, 0.5004f)},
+    };
+    for (const PupilCase& c : cases) {
+        SCOPED_TRACE(c.name);
+        const PupilDimension d = pupilDimension(c.s0, c.s1, c.width, c.height);
+        EXPECT_EQ(d.layout, c.layout);
+        const tagTAVRIN_POINT& p = c.s1First ? c.s1 : c.s0;
+        const tagTAVRIN_POINT& q = c.s1First ? c.s0 : c.s1;
+        EXPECT_POINT_NEAR(d.first, p.x, p.y, 0.0);
+        EXPECT_POINT_NEAR(d.second, q.x, q.y, 0.0);
+        ASSERT_TRUE(d.hasExtension);
+        EXPECT_POINT_NEAR(d.extensionStart, c.e0.x, c.e0.y, 1e-7);
+        EXPECT_POINT_NEAR(d.extensionEnd, c.e1.x, c.e1.y, 1e-7);
+    }
+}
 
 TEST(PupilDimension, NoExtensionWithoutAViewSize)
 {

@@ -11,33 +11,29 @@ struct TextBoxRow {
     tagTAVRIN_POINT second;
 };
 
-void PrintTo(const TextBoxRow& row, std::ostream* os) { *os << row.name; }
-
-class MarkerTextBox : public ::testing::TestWithParam<TextBoxRow> {};
-
-TEST_P(MarkerTextBox, FirstCornerIsClampedAndTheSecondIsNot)
+TEST(MarkerTextBox, FirstCornerIsClampedAndTheSecondIsNot)
 {
-    const TextBoxRow& row = GetParam();
-    tagTAVRIN_POINT first = {-1.0f, -1.0f};
-    tagTAVRIN_POINT second = {-1.0f, -1.0f};
-    markerTextBox(row.marker, first, second);
-    EXPECT_FLOAT_EQ(first.x, row.first.x);
-    EXPECT_FLOAT_EQ(first.y, row.first.y);
-    EXPECT_FLOAT_EQ(second.x, row.second.x);
-    EXPECT_FLOAT_EQ(second.y, row.second.y);
+    const TextBoxRow cases[] = {
+        {"Inside", {0.5f, 0.5f}, {0.51f, 0.49f}, {0.71f, 0.69f}},
+        {"PastTheRightClamp", {0.995f, 0.5f}, {0.97f, 0.49f}, {1.205f, 0.69f}},
+        // 0.98 + 0.01 rounds to the float 0.99, which is at the clamp.
+        {"AtTheRightClamp", {0.98f, 0.5f}, {0.97f, 0.49f}, {1.19f, 0.69f}},
+        {"JustBeforeTheRightClamp", {0.979f, 0.5f}, {0.989f, 0.49f}, {1.189f, 0.69f}},
+        {"AtTheTopClamp", {0.5f, 0.005f}, {0.51f, 0.03f}, {0.71f, 0.195f}},
+        {"TopClampIncludesTheLimit", {0.005f, 0.02f}, {0.015f, 0.03f}, {0.215f, 0.21f}},
+        {"AtTheBottomClamp", {0.5f, 1.0f}, {0.51f, 0.99f}, {0.71f, 1.19f}},
+        {"OriginForAnUnsetPoint", {0.0f, 0.0f}, {0.01f, 0.03f}, {0.21f, 0.19f}},
+        {"OutsideThePicture", {-0.5f, -0.5f}, {0.01f, 0.03f}, {-0.29f, -0.31f}},
+    };
+    for (const TextBoxRow& row : cases) {
+        SCOPED_TRACE(row.name);
+        tagTAVRIN_POINT first = {-1.0f, -1.0f};
+        tagTAVRIN_POINT second = {-1.0f, -1.0f};
+        markerTextBox(row.marker, first, second);
+        EXPECT_FLOAT_EQ(first.x, row.first.x);
+        EXPECT_FLOAT_EQ(first.y, row.first.y);
+        EXPECT_FLOAT_EQ(second.x, row.second.x);
+        EXPECT_FLOAT_EQ(second.y, row.second.y);
+    }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Table, MarkerTextBox,
-    ::testing::Values(
-        TextBoxRow{"Inside", {0.5f, 0.5f}, {0.51f, 0.49f}, {0.71f, 0.69f}},
-        TextBoxRow{"PastTheRightClamp", {0.995f, 0.5f}, {0.97f, 0.49f}, {1.205f, 0.69f}},
-        // 0.98 + 0.01 rounds to the float 0.99, which is at the clamp.
-        TextBoxRow{"AtTheRightClamp", {0.98f, 0.5f}, {0.97f, 0.49f}, {1.19f, 0.69f}},
-        TextBoxRow{"JustBeforeTheRightClamp", {0.979f, 0.5f}, {0.989f, 0.49f}, {1.189f, 0.69f}},
-        TextBoxRow{"AtTheTopClamp", {0.5f, 0.005f}, {0.51f, 0.03f}, {0.71f, 0.195f}},
-        TextBoxRow{"TopClampIncludesTheLimit", {0.005f, 0.02f}, {0.015f, 0.03f}, {0.215f, 0.21f}},
-        TextBoxRow{"AtTheBottomClamp", {0.5f, 1.0f}, {0.51f, 0.99f}, {0.71f, 1.19f}},
-        TextBoxRow{"OriginForAnUnsetPoint", {0.0f, 0.0f}, {0.01f, 0.03f}, {0.21f, 0.19f}},
-        TextBoxRow{"OutsideThePicture", {-0.5f, -0.5f}, {0.01f, 0.03f}, {-0.29f, -0.31f}}),
-    [](const ::testing::TestParamInfo<TextBoxRow>& info) { return info.param.name; });

@@ -34,28 +34,23 @@ struct CrossCase {
     bool crosses;
 };
 
-void PrintTo(const CrossCase& c, std::ostream* os) { *os << c.name; }
-
-class SegmentCrossing : public ::testing::TestWithParam<CrossCase> {};
-
-TEST_P(SegmentCrossing, FollowsTheZeroCountsAsPositiveRule)
+TEST(SegmentCrossing, FollowsTheZeroCountsAsPositiveRule)
 {
-    const CrossCase& c = GetParam();
-    EXPECT_EQ(segmentsCross(c.a, c.b, c.c, c.d), c.crosses);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Cases, SegmentCrossing,
-    ::testing::Values(
-        CrossCase{"X", pt(0, 0), pt(1, 1), pt(0, 1), pt(1, 0), true},
-        CrossCase{"Parallel", pt(0, 0), pt(1, 0), pt(0, 1), pt(1, 1), false},
-        CrossCase{"CollinearDisjoint", pt(0, 0), pt(0.1f, 0), pt(0.5f, 0), pt(0.6f, 0), true},
-        CrossCase{"Apart", pt(0, 0), pt(0.4f, 0.4f), pt(0.6f, 0.6f), pt(1, 0.5f), false},
+    const CrossCase cases[] = {
+        {"X", pt(0, 0), pt(1, 1), pt(0, 1), pt(1, 0), true},
+        {"Parallel", pt(0, 0), pt(1, 0), pt(0, 1), pt(1, 1), false},
+        {"CollinearDisjoint", pt(0, 0), pt(0.1f, 0), pt(0.5f, 0), pt(0.6f, 0), true},
+        {"Apart", pt(0, 0), pt(0.4f, 0.4f), pt(0.6f, 0.6f), pt(1, 0.5f), false},
         // c lies on a-b's line with d on the positive side: d3 = 0, d4 > 0, crossing.
-        CrossCase{"TouchingPositiveSide", pt(0, 0), pt(1, 0), pt(0.5f, 0), pt(0.5f, 1), true},
+        {"TouchingPositiveSide", pt(0, 0), pt(1, 0), pt(0.5f, 0), pt(0.5f, 1), true},
         // The same touch from the negative side: d3 = 0 joins the positive side, d4 < 0.
-        CrossCase{"TouchingNegativeSide", pt(0, 0), pt(1, 0), pt(0.5f, 0), pt(0.5f, -1), false}),
-    [](const ::testing::TestParamInfo<CrossCase>& info) { return info.param.name; });
+        {"TouchingNegativeSide", pt(0, 0), pt(1, 0), pt(0.5f, 0), pt(0.5f, -1), false},
+    };
+    for (const CrossCase& c : cases) {
+        SCOPED_TRACE(c.name);
+        EXPECT_EQ(segmentsCross(c.a, c.b, c.c, c.d), c.crosses);
+    }
+}
 
 TEST(PolygonValidity, SmallAndSimplePolygonsPass)
 {
@@ -127,85 +122,80 @@ struct SplitCase {
     Triangles triangles;  // in cutting order, each as (i, tip, i + 2)
 };
 
-void PrintTo(const SplitCase& c, std::ostream* os) { *os << c.name; }
-
-class TriangulationList : public ::testing::TestWithParam<SplitCase> {};
-
-TEST_P(TriangulationList, ExactTrianglesInCuttingOrder)
+TEST(TriangulationList, ExactTrianglesInCuttingOrder)
 {
-    const SplitCase& c = GetParam();
-    int r = -2;
-    const std::list<tagTAVRIN_TRIANGLE_> tris = split(c.polygon, &r);
-    EXPECT_EQ(r, c.result);
-    ASSERT_EQ(tris.size(), c.triangles.size());
-    std::size_t k = 0;
-    for (const tagTAVRIN_TRIANGLE_& t : tris) {
-        EXPECT_TRUE(samePoints(Points(t.points, t.points + 3), c.triangles[k])) << "triangle " << k;
-        ++k;
-    }
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Cases, TriangulationList,
-    ::testing::Values(
-        SplitCase{"TriangleIsItself",
-                  polygonOf({pt(0.1f, 0.1f), pt(0.5f, 0.1f), pt(0.3f, 0.4f)}),
-                  0,
-                  {{pt(0.1f, 0.1f), pt(0.5f, 0.1f), pt(0.3f, 0.4f)}}},
-        SplitCase{"ConvexQuadFansFromVertexZero",
-                  polygonOf({pt(0, 0), pt(1, 0), pt(1, 1), pt(0, 1)}),
-                  0,
-                  {{pt(0, 0), pt(1, 0), pt(1, 1)}, {pt(0, 0), pt(1, 1), pt(0, 1)}}},
-        SplitCase{"ConvexPentagonFansFromVertexZero",
-                  polygonOf({pt(0.5f, 0.1f), pt(0.9f, 0.4f), pt(0.75f, 0.9f), pt(0.25f, 0.9f),
-                             pt(0.1f, 0.4f)}),
-                  0,
-                  {{pt(0.5f, 0.1f), pt(0.9f, 0.4f), pt(0.75f, 0.9f)},
-                   {pt(0.5f, 0.1f), pt(0.75f, 0.9f), pt(0.25f, 0.9f)},
-                   {pt(0.5f, 0.1f), pt(0.25f, 0.9f), pt(0.1f, 0.4f)}}},
+    const SplitCase cases[] = {
+        {"TriangleIsItself",
+         polygonOf({pt(0.1f, 0.1f), pt(0.5f, 0.1f), pt(0.3f, 0.4f)}),
+         0,
+         {{pt(0.1f, 0.1f), pt(0.5f, 0.1f), pt(0.3f, 0.4f)}}},
+        {"ConvexQuadFansFromVertexZero",
+         polygonOf({pt(0, 0), pt(1, 0), pt(1, 1), pt(0, 1)}),
+         0,
+         {{pt(0, 0), pt(1, 0), pt(1, 1)}, {pt(0, 0), pt(1, 1), pt(0, 1)}}},
+        {"ConvexPentagonFansFromVertexZero",
+         polygonOf({pt(0.5f, 0.1f), pt(0.9f, 0.4f), pt(0.75f, 0.9f), pt(0.25f, 0.9f),
+         pt(0.1f, 0.4f)}),
+         0,
+         {{pt(0.5f, 0.1f), pt(0.9f, 0.4f), pt(0.75f, 0.9f)},
+         {pt(0.5f, 0.1f), pt(0.75f, 0.9f), pt(0.25f, 0.9f)},
+         {pt(0.5f, 0.1f), pt(0.25f, 0.9f), pt(0.1f, 0.4f)}}},
         // Tip 1 is reflex: the ear (v0, v1, v2) would cover outside area.
-        SplitCase{"DartSkipsItsReflexTip",
-                  polygonOf({pt(0.1f, 0.1f), pt(0.5f, 0.3f), pt(0.9f, 0.1f), pt(0.5f, 0.9f)}),
-                  0,
-                  {{pt(0.5f, 0.3f), pt(0.9f, 0.1f), pt(0.5f, 0.9f)},
-                   {pt(0.1f, 0.1f), pt(0.5f, 0.3f), pt(0.5f, 0.9f)}}},
+        {"DartSkipsItsReflexTip",
+         polygonOf({pt(0.1f, 0.1f), pt(0.5f, 0.3f), pt(0.9f, 0.1f), pt(0.5f, 0.9f)}),
+         0,
+         {{pt(0.5f, 0.3f), pt(0.9f, 0.1f), pt(0.5f, 0.9f)},
+         {pt(0.1f, 0.1f), pt(0.5f, 0.3f), pt(0.5f, 0.9f)}}},
         // The reflex corner is vertex 1 and stays reflex for three levels.
-        SplitCase{"LWithReflexSecondVertex",
-                  polygonOf({pt(0.5f, 0.3f), pt(0.3f, 0.3f), pt(0.3f, 0.6f), pt(0.1f, 0.6f),
-                             pt(0.1f, 0.1f), pt(0.5f, 0.1f)}),
-                  0,
-                  {{pt(0.3f, 0.3f), pt(0.3f, 0.6f), pt(0.1f, 0.6f)},
-                   {pt(0.3f, 0.3f), pt(0.1f, 0.6f), pt(0.1f, 0.1f)},
-                   {pt(0.5f, 0.3f), pt(0.3f, 0.3f), pt(0.1f, 0.1f)},
-                   {pt(0.5f, 0.3f), pt(0.1f, 0.1f), pt(0.5f, 0.1f)}}},
-        SplitCase{"UShapeWithTwoReflexCorners",
-                  polygonOf({pt(0.1f, 0.1f), pt(0.3f, 0.1f), pt(0.3f, 0.5f), pt(0.5f, 0.5f),
-                             pt(0.5f, 0.15f), pt(0.7f, 0.15f), pt(0.7f, 0.7f), pt(0.1f, 0.7f)}),
-                  0,
-                  {{pt(0.1f, 0.1f), pt(0.3f, 0.1f), pt(0.3f, 0.5f)},
-                   {pt(0.5f, 0.5f), pt(0.5f, 0.15f), pt(0.7f, 0.15f)},
-                   {pt(0.5f, 0.5f), pt(0.7f, 0.15f), pt(0.7f, 0.7f)},
-                   {pt(0.3f, 0.5f), pt(0.5f, 0.5f), pt(0.7f, 0.7f)},
-                   {pt(0.3f, 0.5f), pt(0.7f, 0.7f), pt(0.1f, 0.7f)},
-                   {pt(0.1f, 0.1f), pt(0.3f, 0.5f), pt(0.1f, 0.7f)}}},
+        {"LWithReflexSecondVertex",
+         polygonOf({pt(0.5f, 0.3f), pt(0.3f, 0.3f), pt(0.3f, 0.6f), pt(0.1f, 0.6f),
+         pt(0.1f, 0.1f), pt(0.5f, 0.1f)}),
+         0,
+         {{pt(0.3f, 0.3f), pt(0.3f, 0.6f), pt(0.1f, 0.6f)},
+         {pt(0.3f, 0.3f), pt(0.1f, 0.6f), pt(0.1f, 0.1f)},
+         {pt(0.5f, 0.3f), pt(0.3f, 0.3f), pt(0.1f, 0.1f)},
+         {pt(0.5f, 0.3f), pt(0.1f, 0.1f), pt(0.5f, 0.1f)}}},
+        {"UShapeWithTwoReflexCorners",
+         polygonOf({pt(0.1f, 0.1f), pt(0.3f, 0.1f), pt(0.3f, 0.5f), pt(0.5f, 0.5f),
+         pt(0.5f, 0.15f), pt(0.7f, 0.15f), pt(0.7f, 0.7f), pt(0.1f, 0.7f)}),
+         0,
+         {{pt(0.1f, 0.1f), pt(0.3f, 0.1f), pt(0.3f, 0.5f)},
+         {pt(0.5f, 0.5f), pt(0.5f, 0.15f), pt(0.7f, 0.15f)},
+         {pt(0.5f, 0.5f), pt(0.7f, 0.15f), pt(0.7f, 0.7f)},
+         {pt(0.3f, 0.5f), pt(0.5f, 0.5f), pt(0.7f, 0.7f)},
+         {pt(0.3f, 0.5f), pt(0.7f, 0.7f), pt(0.1f, 0.7f)},
+         {pt(0.1f, 0.1f), pt(0.3f, 0.5f), pt(0.1f, 0.7f)}}},
         // Both prongs end on y = 0.1: collinear edges count as crossing.
-        SplitCase{"UShapeWithCollinearEndsIsRefused",
-                  polygonOf({pt(0.1f, 0.1f), pt(0.3f, 0.1f), pt(0.3f, 0.5f), pt(0.5f, 0.5f),
-                             pt(0.5f, 0.1f), pt(0.7f, 0.1f), pt(0.7f, 0.7f), pt(0.1f, 0.7f)}),
-                  -1,
-                  {}},
-        SplitCase{"BowTieIsRefused",
-                  polygonOf({pt(0, 0), pt(1, 1), pt(1, 0), pt(0, 1)}),
-                  -1,
-                  {}},
+        {"UShapeWithCollinearEndsIsRefused",
+         polygonOf({pt(0.1f, 0.1f), pt(0.3f, 0.1f), pt(0.3f, 0.5f), pt(0.5f, 0.5f),
+         pt(0.5f, 0.1f), pt(0.7f, 0.1f), pt(0.7f, 0.7f), pt(0.1f, 0.7f)}),
+         -1,
+         {}},
+        {"BowTieIsRefused",
+         polygonOf({pt(0, 0), pt(1, 1), pt(1, 0), pt(0, 1)}),
+         -1,
+         {}},
         // The closing edge crosses e1, which the check does not compare: the polygon
         // passes, no ear passes, and the result is 0 with no triangle.
-        SplitCase{"CrossingPentagonPassesTheCheckButGivesNoTriangle",
-                  polygonOf({pt(0.5f, 0.1f), pt(0.1f, 0.5f), pt(0.9f, 0.5f), pt(0.9f, 0.8f),
-                             pt(0.5f, 0.8f)}),
-                  0,
-                  {}}),
-    [](const ::testing::TestParamInfo<SplitCase>& info) { return info.param.name; });
+        {"CrossingPentagonPassesTheCheckButGivesNoTriangle",
+         polygonOf({pt(0.5f, 0.1f), pt(0.1f, 0.5f), pt(0.9f, 0.5f), pt(0.9f, 0.8f),
+         pt(0.5f, 0.8f)}),
+         0,
+         {}},
+    };
+    for (const SplitCase& c : cases) {
+        SCOPED_TRACE(c.name);
+        int r = -2;
+        const std::list<tagTAVRIN_TRIANGLE_> tris = split(c.polygon, &r);
+        EXPECT_EQ(r, c.result);
+        ASSERT_EQ(tris.size(), c.triangles.size());
+        std::size_t k = 0;
+        for (const tagTAVRIN_TRIANGLE_& t : tris) {
+            EXPECT_TRUE(samePoints(Points(t.points, t.points + 3), c.triangles[k])) << "triangle " << k;
+            ++k;
+        }
+    }
+}
 
 TEST(Triangulation, RefusesNullListAndTooFewVertices)
 {
