@@ -153,7 +153,7 @@ TEST_F(AtmCaliTest, RegionWithoutLineDrawsOnlyTheUnfilledRegion)
 {
     setRegion();
     atm->Draw(nullptr, 1000, 500, true);
-    ASSERT_EQ(batchModeNames(), std::vector<std::string>{"GL_LINE_LOOP"});
+    ASSERT_EQ(batchModes(), (std::vector<GLenum>{GL_LINE_LOOP}));
     EXPECT_EQ(recorded().batches[0].color, kNormal);
     EXPECT_TRUE(recorded().texts.empty());
     EXPECT_GL_STATE_CLEAN();
@@ -166,7 +166,7 @@ TEST_F(AtmCaliTest, HorizontalLineGetsVerticalBarsAndTheLabelAtItsMiddle)
     atm->Draw(nullptr, 1000, 500, true);
 
     const auto& b = recorded().batches;
-    ASSERT_EQ(batchModeNames(), (std::vector<std::string>{"GL_LINE_LOOP", "GL_LINES", "GL_LINES", "GL_LINES"}));
+    ASSERT_EQ(batchModes(), (std::vector<GLenum>{GL_LINE_LOOP, GL_LINES, GL_LINES, GL_LINES}));
     EXPECT_EQ(b[0].color, kNormal);
     expectSegment(b[1], pt(0.2f, 0.5f), pt(0.6f, 0.5f), kNormal);
     // Rows 250 -/+ 16 of a 500-pixel view.
@@ -184,9 +184,8 @@ TEST_F(AtmCaliTest, SelectedFigureShowsHandlesButTheBarsShowNone)
     setLine(pt(0.5f, 0.2f), pt(0.5f, 0.8f));
     atm->SetObjStatus(TAVRIN_OBJ_STATUS_SELECTED);
     atm->Draw(nullptr, 800, 600, true);
-    EXPECT_EQ(batchModeNames(), (std::vector<std::string>{"GL_LINE_LOOP", "GL_POINTS", "GL_POINTS", "GL_POINTS",
-                                                      "GL_POINTS", "GL_LINES", "GL_POINTS", "GL_POINTS",
-                                                      "GL_LINES", "GL_LINES"}));
+    EXPECT_EQ(batchModes(), (std::vector<GLenum>{GL_LINE_LOOP, GL_POINTS, GL_POINTS, GL_POINTS, GL_POINTS,
+                                                 GL_LINES, GL_POINTS, GL_POINTS, GL_LINES, GL_LINES}));
     const auto& b = recorded().batches;
     // A vertical line: horizontal bars 16 pixels left and right.
     expectSegment(b[8], pt(pixel(384, 800), 0.2f), pt(pixel(416, 800), 0.2f), kSelected);
@@ -215,7 +214,7 @@ TEST_F(AtmCaliTest, WithoutAViewSizeTheBarsAreLeftOut)
     setRegion();
     setLine(pt(0.2f, 0.5f), pt(0.6f, 0.5f));
     atm->Draw(nullptr, 0, 0, true);
-    EXPECT_EQ(batchModeNames(), (std::vector<std::string>{"GL_LINE_LOOP", "GL_LINES"}));
+    EXPECT_EQ(batchModes(), (std::vector<GLenum>{GL_LINE_LOOP, GL_LINES}));
     EXPECT_EQ(recorded().texts.size(), 1u);
     EXPECT_TRUE(everythingFinite());
     EXPECT_GL_STATE_CLEAN();

@@ -140,8 +140,7 @@ TEST_F(BehaviorCaliTest, SelectedLineShowsMarkersAndTheHeadsNone)
     cali->SetObjStatus(TAVRIN_OBJ_STATUS_SELECTED);
     EXPECT_EQ(cali->GetObjStatus(), TAVRIN_OBJ_STATUS_SELECTED);
     cali->Draw(nullptr, 1000, 500, true);
-    EXPECT_EQ(batchModeNames(), (std::vector<std::string>{"GL_LINES", "GL_LINES", "GL_LINES", "GL_POINTS",
-                                                      "GL_POINTS"}));
+    EXPECT_EQ(batchModes(), (std::vector<GLenum>{GL_LINES, GL_LINES, GL_LINES, GL_POINTS, GL_POINTS}));
     EXPECT_GL_STATE_CLEAN();
 }
 
@@ -150,7 +149,7 @@ TEST_F(BehaviorCaliTest, WithoutAViewSizeOnlyTheLineAndLabel)
     setHorizontal(*cali);
     cali->SetCaliType(TAVRIN_BEHAV_CALI_VERTICAL);
     cali->Draw(nullptr, 0, 500, true);
-    EXPECT_EQ(batchModeNames(), std::vector<std::string>{"GL_LINES"});
+    EXPECT_EQ(batchModes(), (std::vector<GLenum>{GL_LINES}));
     EXPECT_EQ(recorded().texts.size(), 1u);
     EXPECT_TRUE(everythingFinite());
     EXPECT_GL_STATE_CLEAN();

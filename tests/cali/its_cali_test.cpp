@@ -111,7 +111,7 @@ TEST_F(ItsCaliTest, OpenPolygonIsDrawnEdgeByEdge)
     its->SetClosed(false);
     EXPECT_FALSE(its->GetClosed());
     its->Draw(nullptr, 800, 600, true);
-    EXPECT_EQ(batchModeNames(), (std::vector<std::string>{"GL_LINES", "GL_LINES", "GL_LINES"}));
+    EXPECT_EQ(batchModes(), (std::vector<GLenum>{GL_LINES, GL_LINES, GL_LINES}));
     EXPECT_EQ(recorded().texts.size(), 2u);
     its->SetClosed(true);
     EXPECT_TRUE(its->GetClosed());

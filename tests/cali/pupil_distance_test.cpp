@@ -119,8 +119,8 @@ TEST_F(PupilDistanceTest, SelectionShowsOnlyThePupilLineMarkers)
     pupils->SetSelPointIndex(1);
     EXPECT_EQ(pupils->GetObjStatus(), TAVRIN_OBJ_STATUS_SELECTED);
     pupils->Draw(nullptr, 800, 600, true);
-    EXPECT_EQ(batchModeNames(), (std::vector<std::string>{"GL_LINES", "GL_LINES", "GL_LINES", "GL_LINES",
-                                                      "GL_LINES", "GL_POINTS", "GL_POINTS", "GL_POINTS"}));
+    EXPECT_EQ(batchModes(),
+              (std::vector<GLenum>{GL_LINES, GL_LINES, GL_LINES, GL_LINES, GL_LINES, GL_POINTS, GL_POINTS, GL_POINTS}));
     // The active pupil: a 16-pixel halo in colour 2 under its dot.
     EXPECT_EQ(recorded().batches[5].color, rec::rgba(0xFFC000));
     EXPECT_FLOAT_EQ(recorded().batches[5].pointSize, 16.0f);

@@ -67,7 +67,7 @@ TEST_F(PdcRuleTest, HostDrivesAnAreaRule)
     // The text box is placed anyway, from the origin, in the label's own colour.
     ASSERT_EQ(recorded().texts.size(), 1u);
     EXPECT_POINT_NEAR(recorded().texts[0].position, 0.01f, 0.03f, 1e-6);
-    EXPECT_EQ(colourAtText(0), colourCall(kMagenta));
+    EXPECT_EQ(textColors().at(0), colourCall(kMagenta));
     EXPECT_GL_STATE_CLEAN();
     hostDelete(rule);
 }

@@ -59,7 +59,7 @@ TEST_F(SizeFilterTest, HostDrivesARectangleFilter)
     EXPECT_EQ(recorded().batchesOf(GL_POINTS).size(), 5u);  // four handles and one halo
     ASSERT_EQ(recorded().texts.size(), 1u);
     EXPECT_POINT_NEAR(recorded().texts[0].position, 0.36f, 0.39f, 1e-6);
-    EXPECT_EQ(colourAtText(0), colourCall(kLabelSelected));
+    EXPECT_EQ(textColors().at(0), colourCall(kLabelSelected));
     EXPECT_GL_STATE_CLEAN();
     hostDelete(filter);
 }
@@ -90,7 +90,7 @@ TEST_F(SizeFilterTest, OutlineColourAndWidthBySchemeShapeAndStatus)
         EXPECT_EQ(outline.mode, static_cast<GLenum>(GL_LINE_LOOP));
         EXPECT_EQ(outline.color, rec::rgba(row.colour));
         EXPECT_FLOAT_EQ(outline.lineWidth, row.width);
-        EXPECT_EQ(colourAtText(0), colourCall(row.status == 0 ? kLabelNormal : kLabelSelected));
+        EXPECT_EQ(textColors().at(0), colourCall(row.status == 0 ? kLabelNormal : kLabelSelected));
         EXPECT_GL_STATE_CLEAN();
     }
     // A rectangle keeps the wide outline after the scheme goes back to 0.

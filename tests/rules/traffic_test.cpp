@@ -79,7 +79,7 @@ TEST_F(ITCLineTest, LineAndLabelTakeTheTypeColourForTheStatus)
         EXPECT_FLOAT_EQ(recorded().batchesOf(GL_LINES)[0].lineWidth, 2.0f);
         EXPECT_EQ(recorded().batchesOf(GL_POINTS).size(), row.markers);
         EXPECT_EQ(recorded().batches.size(), 1u + row.markers);
-        EXPECT_EQ(colourAtText(0), colourCall(row.colour));
+        EXPECT_EQ(textColors().at(0), colourCall(row.colour));
         EXPECT_GL_STATE_CLEAN();
     }
 }
@@ -157,7 +157,7 @@ TEST_F(LaneTest, HostDrivesALane)
     EXPECT_EQ(countBatches(GL_POLYGON, rec::rgba(kLaneNormal, 40), 3), 2u);
     ASSERT_EQ(recorded().texts.size(), 1u);
     EXPECT_POINT_NEAR(recorded().texts[0].position, 0.21f, 0.29f, 1e-6);
-    EXPECT_EQ(colourAtText(0), colourCall(kLaneNormal));
+    EXPECT_EQ(textColors().at(0), colourCall(kLaneNormal));
     EXPECT_GL_STATE_CLEAN();
     hostDelete(lane);
 }
@@ -170,7 +170,7 @@ TEST_F(LaneTest, StatusTurnsOutlineArrowAndLabelTogether)
         drawn(*lane);
         EXPECT_EQ(countBatches(GL_LINE_LOOP, rec::rgba(kLaneSelected), 4), 1u) << status;
         EXPECT_EQ(countBatches(GL_LINE_LOOP, rec::rgba(kLaneSelected), 8), 1u) << status;
-        EXPECT_EQ(colourAtText(0), colourCall(kLaneSelected));
+        EXPECT_EQ(textColors().at(0), colourCall(kLaneSelected));
         // Handles on the outline's corners only in status 1; never on the arrow.
         EXPECT_EQ(recorded().batchesOf(GL_POINTS).size(), status == 1 ? 4u : 0u);
         EXPECT_GL_STATE_CLEAN();

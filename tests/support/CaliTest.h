@@ -25,29 +25,4 @@ inline void expectSegment(const rec::Batch& batch, tagTAVRIN_POINT a, tagTAVRIN_
     EXPECT_POINT_NEAR(batch.at(1), b.x, b.y, tol);
 }
 
-/// The modes of all batches, in order, for comparing a figure's shape.
-inline std::vector<std::string> batchModeNames()
-{
-    std::vector<std::string> modes;
-    for (const rec::Batch& b : rec::gl().batches) {
-        modes.push_back(rec::modeName(b.mode));
-    }
-    return modes;
-}
-
-/// The colour current at each glRasterPos2f, in order: the colour of each label text.
-inline std::vector<std::string> textColors()
-{
-    std::vector<std::string> out;
-    std::string color = "glColor4ub(255,255,255,255)";
-    for (const std::string& call : rec::gl().calls) {
-        if (call.rfind("glColor4ub(", 0) == 0) {
-            color = call;
-        } else if (call.rfind("glRasterPos2f(", 0) == 0) {
-            out.push_back(color);
-        }
-    }
-    return out;
-}
-
 #endif  // TAVRIN_TESTS_CALITEST_H

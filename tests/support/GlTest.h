@@ -129,37 +129,19 @@ inline bool everythingFinite()
     return true;
 }
 
-/// Draws `figure` at every degenerate view size (zero, negative, one pixel) and checks each
-/// drawing emits only finite vertices and leaves the GL state clean.
-template <class Figure>
-void expectFiniteAtDegenerateSizes(Figure& figure)
+/// The colour current at each glRasterPos2f, in order: the colour of each label text.
+inline std::vector<std::string> textColors()
 {
-    const int sizes[][2] = {{0, 0}, {0, 480}, {640, 0}, {-640, 480}, {640, -1}, {1, 1}};
-    for (const auto& size : sizes) {
-        SCOPED_TRACE(::testing::Message() << "view " << size[0] << "x" << size[1]);
-        rec::gl().reset();
-        figure.Draw(nullptr, size[0], size[1], true);
-        EXPECT_TRUE(everythingFinite());
-        EXPECT_TRUE(rec::gl().stateIsClean()) << rec::gl().stateReport();
-    }
-}
-
-/// The glColor4ub call current at the k-th glRasterPos2f (the colour a text is drawn
-/// in), or "" when there is none.
-inline std::string colourAtText(std::size_t k)
-{
-    std::string colour;
-    std::size_t seen = 0;
+    std::vector<std::string> out;
+    std::string color = "glColor4ub(255,255,255,255)";
     for (const std::string& call : rec::gl().calls) {
-        if (call.compare(0, 11, "glColor4ub(") == 0) {
-            colour = call;
-        } else if (call.compare(0, 14, "glRasterPos2f(") == 0) {
-            if (seen++ == k) {
-                return colour;
-            }
+        if (call.rfind("glColor4ub(", 0) == 0) {
+            color = call;
+        } else if (call.rfind("glRasterPos2f(", 0) == 0) {
+            out.push_back(color);
         }
     }
-    return "";
+    return out;
 }
 
 /// The modes of the recorded batches in order, e.g. {GL_LINE_LOOP, GL_POLYGON}.
