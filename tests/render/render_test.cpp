@@ -1,8 +1,6 @@
 // The scene renderer end to end: scene text in, figures configured through the library's
 // setters, pixels out of a real offscreen Mesa context.
-#include "OffscreenGl.h"
-#include "Scene.h"
-#include "SceneRenderer.h"
+#include "RenderTest.h"
 
 #include <Tavrin/ShieldRegion.h>
 #include <Tavrin/VcaObject.h>
@@ -28,24 +26,9 @@ using Tavrin::render::parseScene;
 
 namespace {
 
-/// Releases the registry, and every figure a scene registered, at the end of a test.
-struct RegistryScope {
-    ~RegistryScope() { VcaObjectContainer::Release(); }
-};
-
 Scene parse(const std::string& json, const QString& baseDir = QString(), std::optional<QSize> size = std::nullopt)
 {
     return parseScene(QByteArray::fromStdString(json), baseDir, size);
-}
-
-QImage render(const Scene& scene, bool text = true)
-{
-    Tavrin::offscreen::OffscreenGl gl;
-    if (!gl.create(scene.size.width(), scene.size.height())) {
-        ADD_FAILURE() << "no offscreen context: " << gl.error();
-        return QImage();
-    }
-    return Tavrin::render::renderScene(scene, gl, text);
 }
 
 ::testing::AssertionResult PixelNear(const QImage& image, int x, int y, QRgb expected, int tolerance = 2)

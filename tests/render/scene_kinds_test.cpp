@@ -1,7 +1,7 @@
 // Each kind's options reach its class through the right setters, in the order the class
 // needs (a rule's type before its vertices, a square's view size before its diagonal, a
 // circle's view width before its radius), read back through the class's own getters.
-#include "Scene.h"
+#include "RenderTest.h"
 
 #include <Tavrin/VcaObjectContainer.h>
 
@@ -24,10 +24,6 @@ using Tavrin::render::Scene;
 using Tavrin::render::SceneError;
 
 namespace {
-
-struct RegistryScope {
-    ~RegistryScope() { Tavrin::VcaObjectContainer::Release(); }
-};
 
 /// The single figure of a 200 x 100 scene (or of the size given).
 template <class Figure>

@@ -1,9 +1,7 @@
 // Every one-field corruption of a figure in an example scene is either drawn or refused
 // with a SceneError, never a crash or another exception. (Every example scene as it is
 // is drawn by scene_writer_test.)
-#include "OffscreenGl.h"
-#include "Scene.h"
-#include "SceneRenderer.h"
+#include "RenderTest.h"
 
 #include <Tavrin/VcaObjectContainer.h>
 
@@ -21,20 +19,6 @@ using Tavrin::render::SceneError;
 namespace {
 
 const QSize kSmall(160, 90);
-
-struct RegistryScope {
-    ~RegistryScope() { Tavrin::VcaObjectContainer::Release(); }
-};
-
-QStringList exampleScenes()
-{
-    QDir dir(QStringLiteral(TAVRIN_EXAMPLE_SCENES));
-    QStringList paths;
-    for (const QString& name : dir.entryList({QStringLiteral("*.json")}, QDir::Files, QDir::Name)) {
-        paths << dir.filePath(name);
-    }
-    return paths;
-}
 
 /// Values of every JSON type and of awkward sizes.
 QList<QJsonValue> oddValues()
@@ -62,9 +46,7 @@ TEST(SceneRobustness, EveryFigureFieldReplacedByAnOddValueIsDrawnOrRefused)
     int refused = 0;
     ASSERT_FALSE(exampleScenes().isEmpty());
     for (const QString& path : exampleScenes()) {
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-        const QJsonObject root = QJsonDocument::fromJson(file.readAll()).object();
+        const QJsonObject root = QJsonDocument::fromJson(readFile(path)).object();
         const QString baseDir = QFileInfo(path).absolutePath();
         const QJsonArray figures = root.value(QStringLiteral("figures")).toArray();
         for (int i = 0; i < figures.size(); ++i) {

@@ -1,8 +1,6 @@
 // The scene writer: what it writes reads back into the same floats and into figures that
 // draw exactly as the ones it was written from.
-#include "OffscreenGl.h"
-#include "Scene.h"
-#include "SceneRenderer.h"
+#include "RenderTest.h"
 #include "SceneWriter.h"
 
 #include <Tavrin/VcaObjectContainer.h>
@@ -23,26 +21,6 @@ using Tavrin::VcaObjectContainer;
 using namespace Tavrin::render;
 
 namespace {
-
-struct RegistryScope {
-    ~RegistryScope() { VcaObjectContainer::Release(); }
-};
-
-QImage render(const Scene& scene)
-{
-    Tavrin::offscreen::OffscreenGl gl;
-    if (!gl.create(scene.size.width(), scene.size.height())) {
-        ADD_FAILURE() << "no offscreen context: " << gl.error();
-        return QImage();
-    }
-    return renderScene(scene, gl, true);
-}
-
-QByteArray readFile(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 /// Writes a scene from the figures `scene` built out of `top` (the file's object), each
 /// entry refreshed from its figure.
