@@ -5,38 +5,18 @@
 // replayed straight into a context by the GL benchmarks: the floor that no drawing code
 // can go below. Written and read as a raw array of fixed-size records.
 
+#include "support/FakeGl.h"
+
 #include <cstdint>
 #include <cstdio>
 #include <vector>
 
 namespace bench {
 
-enum class Op : std::uint32_t {
-    LoadIdentity,
-    Translate,
-    Hint,
-    Enable,
-    Disable,
-    BlendFunc,
-    Color,  ///< u[0] = 0xRRGGBBAA
-    LineWidth,
-    PointSize,
-    Begin,
-    End,
-    Vertex,
-    RasterPos,
-    GenLists,  ///< u[0] = range, u[1] = the name the recorder handed out
-    CallList,
-    DeleteLists,
-    PixelStore,
-    Bitmap,  ///< recorded without its bits: the benchmark scenes draw no glyphs
-};
-
-struct Call {
-    Op op;
-    std::uint32_t u[2];
-    float f[3];
-};
+// The calls are the fake GL's own records: Bitmap is recorded without its bits (the
+// benchmark scenes draw no glyphs).
+using Op = fakegl::Op;
+using Call = fakegl::Call;
 
 inline bool writeStream(std::FILE* out, const std::vector<Call>& calls)
 {

@@ -2,7 +2,7 @@
 // many figures, the polygon triangulation and the registry.
 
 #include "CountingNew.h"
-#include "NullGl.h"
+#include "support/FakeGl.h"
 #include "Replay.h"
 #include "Scene.h"
 
@@ -18,11 +18,11 @@ using namespace Tavrin;
 // Reports per-frame averages of the GL calls and allocations made inside the timed loop.
 class FrameCounters {
 public:
-    FrameCounters() : m_calls(g_glCalls), m_allocations(allocations()) {}
+    FrameCounters() : m_calls(fakegl::callCount()), m_allocations(allocations()) {}
     void report(benchmark::State& state) const
     {
         const double frames = static_cast<double>(state.iterations());
-        state.counters["gl_calls"] = static_cast<double>(g_glCalls - m_calls) / frames;
+        state.counters["gl_calls"] = static_cast<double>(fakegl::callCount() - m_calls) / frames;
         state.counters["allocs"] = static_cast<double>(allocations() - m_allocations) / frames;
     }
 

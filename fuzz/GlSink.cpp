@@ -1,5 +1,7 @@
 #include "GlSink.h"
 
+#include "support/FakeGl.h"
+
 #include <GL/gl.h>
 
 #include <cmath>
@@ -23,7 +25,7 @@ const int kMaxLiveLists = 8;
 struct State {
     Counters counters;
     unsigned enabled = 0;
-    GLubyte color[4] = {255, 255, 255, 255};
+    std::uint32_t color = 0xffffffffu;  ///< 0xRRGGBBAA
     float tx = 0.0f;
     float ty = 0.0f;
     float tz = 0.0f;
@@ -96,7 +98,7 @@ void beginDraw()
 {
     State& s = state();
     s.enabled = 0;
-    s.color[0] = s.color[1] = s.color[2] = s.color[3] = 255;
+    s.color = 0xffffffffu;
     s.tx = s.ty = s.tz = 0.0f;
     s.inBatch = false;
     s.liveCount = 0;
@@ -111,7 +113,7 @@ void expectRestored(const char* what)
     if (s.enabled != 0) {
         fail(what, "blending or smoothing left enabled");
     }
-    if (s.color[0] != 255 || s.color[1] != 255 || s.color[2] != 255 || s.color[3] != 255) {
+    if (s.color != 0xffffffffu) {
         fail(what, "colour not restored to opaque white");
     }
     if (!identity()) {
@@ -135,162 +137,152 @@ void endPartialDraw(const char* what)
 
 }  // namespace sink
 
-using sink::state;
+namespace sink {
 
-extern "C" {
+namespace {
 
-GLAPI void GLAPIENTRY glLoadIdentity(void)
+void onMatrix(const fakegl::Call& c)
 {
-    sink::outsideBatch("glLoadIdentity");
-    state().tx = state().ty = state().tz = 0.0f;
-}
-
-GLAPI void GLAPIENTRY glTranslatef(GLfloat x, GLfloat y, GLfloat z)
-{
-    sink::outsideBatch("glTranslatef");
-    sink::finite("glTranslatef", x);
-    sink::finite("glTranslatef", y);
-    sink::finite("glTranslatef", z);
-    state().tx += x;
-    state().ty += y;
-    state().tz += z;
-}
-
-GLAPI void GLAPIENTRY glHint(GLenum, GLenum) { sink::outsideBatch("glHint"); }
-
-GLAPI void GLAPIENTRY glEnable(GLenum cap)
-{
-    sink::outsideBatch("glEnable");
-    state().enabled |= sink::capabilityBit(cap);
-}
-
-GLAPI void GLAPIENTRY glDisable(GLenum cap)
-{
-    sink::outsideBatch("glDisable");
-    state().enabled &= ~sink::capabilityBit(cap);
-}
-
-GLAPI void GLAPIENTRY glBlendFunc(GLenum, GLenum) { sink::outsideBatch("glBlendFunc"); }
-
-GLAPI void GLAPIENTRY glColor4ub(GLubyte r, GLubyte g, GLubyte b, GLubyte a)
-{
-    sink::outsideBatch("glColor4ub");
-    state().color[0] = r;
-    state().color[1] = g;
-    state().color[2] = b;
-    state().color[3] = a;
-}
-
-GLAPI void GLAPIENTRY glLineWidth(GLfloat width)
-{
-    sink::outsideBatch("glLineWidth");
-    sink::finite("glLineWidth", width);
-}
-
-GLAPI void GLAPIENTRY glPointSize(GLfloat size)
-{
-    sink::outsideBatch("glPointSize");
-    sink::finite("glPointSize", size);
-}
-
-GLAPI void GLAPIENTRY glBegin(GLenum mode)
-{
-    sink::outsideBatch("glBegin");
-    if (mode != GL_POINTS && mode != GL_LINES && mode != GL_LINE_LOOP && mode != GL_POLYGON) {
-        sink::fail("glBegin", "a primitive mode the library never uses");
-    }
-    state().inBatch = true;
-    ++state().counters.batches;
-}
-
-GLAPI void GLAPIENTRY glEnd(void)
-{
-    ++state().counters.calls;
-    if (!state().inBatch) {
-        sink::fail("glEnd", "without glBegin");
-    }
-    state().inBatch = false;
-}
-
-GLAPI void GLAPIENTRY glVertex2f(GLfloat x, GLfloat y)
-{
-    ++state().counters.calls;
-    ++state().counters.vertices;
-    if (!state().inBatch) {
-        sink::fail("glVertex2f", "outside glBegin/glEnd");
-    }
-    sink::finite("glVertex2f", x);
-    sink::finite("glVertex2f", y);
-}
-
-GLAPI void GLAPIENTRY glRasterPos2f(GLfloat x, GLfloat y)
-{
-    sink::outsideBatch("glRasterPos2f");
-    ++state().counters.rasterPositions;
-    sink::finite("glRasterPos2f", x);
-    sink::finite("glRasterPos2f", y);
-}
-
-GLAPI GLuint GLAPIENTRY glGenLists(GLsizei range)
-{
-    sink::outsideBatch("glGenLists");
-    if (range != 1) {
-        sink::fail("glGenLists", "range other than 1");
-    }
-    if (state().liveCount == sink::kMaxLiveLists) {
-        sink::fail("glGenLists", "too many display lists reserved at once");
-    }
-    const GLuint list = state().nextList++;
-    state().live[state().liveCount++] = list;
-    return list;
-}
-
-GLAPI void GLAPIENTRY glCallList(GLuint list)
-{
-    sink::outsideBatch("glCallList");
-    if (sink::findLive(list) < 0) {
-        sink::fail("glCallList", "list not reserved");
-    }
-}
-
-GLAPI void GLAPIENTRY glDeleteLists(GLuint list, GLsizei range)
-{
-    sink::outsideBatch("glDeleteLists");
-    const int at = sink::findLive(list);
-    if (at < 0 || range != 1) {
-        sink::fail("glDeleteLists", "list not reserved or range other than 1");
-    }
-    state().live[at] = state().live[--state().liveCount];
-}
-
-GLAPI void GLAPIENTRY glPixelStorei(GLenum, GLint) { sink::fail("glPixelStorei", "never called"); }
-
-GLAPI void GLAPIENTRY glBitmap(GLsizei width, GLsizei height, GLfloat xorig, GLfloat yorig,
-                               GLfloat xmove, GLfloat ymove, const GLubyte* bitmap)
-{
-    sink::outsideBatch("glBitmap");
-    ++state().counters.bitmaps;
-    sink::finite("glBitmap", xorig);
-    sink::finite("glBitmap", yorig);
-    sink::finite("glBitmap", xmove);
-    sink::finite("glBitmap", ymove);
-    if (width < 0 || height < 0) {
-        sink::fail("glBitmap", "negative size");
-    }
-    if (width == 0 || height == 0) {
+    using fakegl::Op;
+    outsideBatch(c.op == Op::LoadIdentity ? "glLoadIdentity" : "glTranslatef");
+    if (c.op == Op::LoadIdentity) {
+        state().tx = state().ty = state().tz = 0.0f;
         return;
     }
-    if (bitmap == nullptr) {
-        sink::fail("glBitmap", "null bits for a non-empty bitmap");
+    for (float v : c.f) {
+        finite("glTranslatef", v);
     }
-    // Read every byte GL would read with the default unpack alignment of 4, so the
-    // address sanitizer sees a short buffer.
-    const long rowBytes = ((static_cast<long>(width) + 7) / 8 + 3) / 4 * 4;
-    unsigned sum = 0;
-    for (long i = 0; i < rowBytes * height; ++i) {
-        sum += bitmap[i];
-    }
-    sink::g_bitmapSum = sum;
+    state().tx += c.f[0];
+    state().ty += c.f[1];
+    state().tz += c.f[2];
 }
 
-}  // extern "C"
+void onBatch(const fakegl::Call& c)
+{
+    using fakegl::Op;
+    ++state().counters.calls;
+    switch (c.op) {
+    case Op::Begin:
+        if (state().inBatch) {
+            fail("glBegin", "called between glBegin and glEnd");
+        }
+        if (c.u[0] != GL_POINTS && c.u[0] != GL_LINES && c.u[0] != GL_LINE_LOOP && c.u[0] != GL_POLYGON) {
+            fail("glBegin", "a primitive mode the library never uses");
+        }
+        state().inBatch = true;
+        ++state().counters.batches;
+        break;
+    case Op::End:
+        if (!state().inBatch) {
+            fail("glEnd", "without glBegin");
+        }
+        state().inBatch = false;
+        break;
+    default:
+        ++state().counters.vertices;
+        if (!state().inBatch) {
+            fail("glVertex2f", "outside glBegin/glEnd");
+        }
+        finite("glVertex2f", c.f[0]);
+        finite("glVertex2f", c.f[1]);
+        break;
+    }
+}
+
+void onLists(const fakegl::Call& c)
+{
+    using fakegl::Op;
+    outsideBatch("display list call");
+    const int at = findLive(c.u[0]);
+    if (c.op == Op::GenLists) {
+        if (c.u[0] != 1) {
+            fail("glGenLists", "range other than 1");
+        }
+        if (state().liveCount == kMaxLiveLists) {
+            fail("glGenLists", "too many display lists reserved at once");
+        }
+        state().live[state().liveCount++] = c.u[1];
+    } else if (at < 0) {
+        fail("glCallList/glDeleteLists", "list not reserved");
+    } else if (c.op == Op::DeleteLists) {
+        if (c.u[1] != 1) {
+            fail("glDeleteLists", "range other than 1");
+        }
+        state().live[at] = state().live[--state().liveCount];
+    }
+}
+
+void onBitmap(const fakegl::Call& c, const fakegl::CallExtra& extra)
+{
+    outsideBatch("glBitmap");
+    ++state().counters.bitmaps;
+    const auto width = static_cast<std::int32_t>(c.u[0]);
+    const auto height = static_cast<std::int32_t>(c.u[1]);
+    if (width < 0 || height < 0) {
+        fail("glBitmap", "negative size");
+    }
+    finite("glBitmap", extra.xorig);
+    finite("glBitmap", extra.yorig);
+    finite("glBitmap", c.f[0]);
+    finite("glBitmap", c.f[1]);
+    if (width > 0 && height > 0) {
+        if (extra.bits == nullptr) {
+            fail("glBitmap", "null bits for a glyph");
+        }
+        // Read every byte GL would read with the default unpack alignment of 4, so the
+        // address sanitizer sees a short buffer.
+        const long rowBytes = ((static_cast<long>(width) + 7) / 8 + 3) / 4 * 4;
+        unsigned sum = 0;
+        for (long i = 0; i < rowBytes * height; ++i) {
+            sum += extra.bits[i];
+        }
+        g_bitmapSum = sum;
+    }
+}
+
+// Checks every call: the state a draw may touch, finite arguments, batches well formed,
+// display lists reserved before use and released after.
+void onCall(const fakegl::Call& c, const fakegl::CallExtra& extra)
+{
+    using fakegl::Op;
+    switch (c.op) {
+    case Op::LoadIdentity:
+    case Op::Translate: onMatrix(c); break;
+    case Op::Begin:
+    case Op::End:
+    case Op::Vertex: onBatch(c); break;
+    case Op::GenLists:
+    case Op::CallList:
+    case Op::DeleteLists: onLists(c); break;
+    case Op::Bitmap: onBitmap(c, extra); break;
+    case Op::Enable:
+        outsideBatch("glEnable");
+        state().enabled |= capabilityBit(c.u[0]);
+        break;
+    case Op::Disable:
+        outsideBatch("glDisable");
+        state().enabled &= ~capabilityBit(c.u[0]);
+        break;
+    case Op::Color:
+        outsideBatch("glColor4ub");
+        state().color = c.u[0];
+        break;
+    case Op::LineWidth:
+    case Op::PointSize:
+    case Op::RasterPos:
+        outsideBatch("glLineWidth/glPointSize/glRasterPos2f");
+        finite("glLineWidth/glPointSize/glRasterPos2f", c.f[0]);
+        finite("glRasterPos2f", c.f[1]);
+        state().counters.rasterPositions += c.op == Op::RasterPos;
+        break;
+    case Op::Hint:
+    case Op::BlendFunc: outsideBatch("glHint/glBlendFunc"); break;
+    case Op::PixelStore: fail("glPixelStorei", "never called"); break;
+    }
+}
+
+const bool g_listening = (fakegl::listen(&onCall), true);
+
+}  // namespace
+
+}  // namespace sink

@@ -1,9 +1,9 @@
 #ifndef TAVRIN_FUZZ_GLSINK_H
 #define TAVRIN_FUZZ_GLSINK_H
 
-// The OpenGL 1.x entry points the library calls, defined and exported by the fuzz
-// harness as a cheap checking sink: calls are counted, not recorded. A sink check that
-// fails aborts the run with a message, which libFuzzer reports as a crash.
+// The checking sink: the listener of the fake GL (tests/support/FakeGl.h) in the fuzz
+// harness. Calls are checked and counted, not recorded. A sink check that fails aborts
+// the run with a message, which libFuzzer reports as a crash.
 
 #include <cstdint>
 

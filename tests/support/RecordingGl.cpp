@@ -1,6 +1,8 @@
 #include "support/RecordingGl.h"
+#include "support/FakeGl.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <cstdio>
 #include <map>
 #include <sstream>
@@ -102,7 +104,11 @@ tagTAVRIN_POINT Batch::at(std::size_t i) const
     return tagTAVRIN_POINT{v.x / 2.0f, 1.0f - v.y / 2.0f};
 }
 
-void Recorder::reset() { *this = Recorder(); }
+void Recorder::reset()
+{
+    *this = Recorder();
+    fakegl::resetListNames();
+}
 
 std::vector<std::string> Recorder::sequence() const
 {
@@ -183,154 +189,135 @@ Recorder& gl()
 
 }  // namespace rec
 
-using rec::gl;
+namespace rec {
 
-extern "C" {
+namespace {
 
-GLAPI void GLAPIENTRY glLoadIdentity(void)
+std::string rgbaCall(std::uint32_t c)
 {
-    rec::gl().identity = true;
-    rec::gl().translateX = rec::gl().translateY = 0.0f;
-    rec::record("glLoadIdentity()");
+    return "glColor4ub(" + std::to_string(c >> 24) + "," + std::to_string((c >> 16) & 0xff) + "," +
+           std::to_string((c >> 8) & 0xff) + "," + std::to_string(c & 0xff) + ")";
 }
 
-GLAPI void GLAPIENTRY glTranslatef(GLfloat x, GLfloat y, GLfloat z)
+void onBitmap(const fakegl::Call& c, const fakegl::CallExtra& extra)
 {
-    gl().translateX += x;
-    gl().translateY += y;
-    gl().identity = gl().translateX == 0.0f && gl().translateY == 0.0f && z == 0.0f;
-    rec::record("glTranslatef(" + rec::num(x) + "," + rec::num(y) + "," + rec::num(z) + ")");
-}
-
-GLAPI void GLAPIENTRY glHint(GLenum target, GLenum mode)
-{
-    rec::record("glHint(" + rec::enumName(target) + "," + rec::enumName(mode) + ")");
-}
-
-GLAPI void GLAPIENTRY glEnable(GLenum cap)
-{
-    gl().enabled.insert(cap);
-    rec::record("glEnable(" + rec::enumName(cap) + ")");
-}
-
-GLAPI void GLAPIENTRY glDisable(GLenum cap)
-{
-    gl().enabled.erase(cap);
-    rec::record("glDisable(" + rec::enumName(cap) + ")");
-}
-
-GLAPI void GLAPIENTRY glBlendFunc(GLenum sfactor, GLenum dfactor)
-{
-    rec::record("glBlendFunc(" + rec::enumName(sfactor) + "," + rec::enumName(dfactor) + ")");
-}
-
-GLAPI void GLAPIENTRY glColor4ub(GLubyte r, GLubyte g, GLubyte b, GLubyte a)
-{
-    gl().color = rec::Rgba{r, g, b, a};
-    rec::record("glColor4ub(" + std::to_string(r) + "," + std::to_string(g) + "," + std::to_string(b) +
-                "," + std::to_string(a) + ")");
-}
-
-GLAPI void GLAPIENTRY glLineWidth(GLfloat width)
-{
-    gl().lineWidth = width;
-    rec::record("glLineWidth(" + rec::num(width) + ")");
-}
-
-GLAPI void GLAPIENTRY glPointSize(GLfloat size)
-{
-    gl().pointSize = size;
-    rec::record("glPointSize(" + rec::num(size) + ")");
-}
-
-GLAPI void GLAPIENTRY glBegin(GLenum mode)
-{
-    rec::Batch batch;
-    batch.mode = mode;
-    batch.color = gl().color;
-    batch.lineWidth = gl().lineWidth;
-    batch.pointSize = gl().pointSize;
-    gl().batches.push_back(batch);
-    gl().inBatch = true;
-    rec::record("glBegin(" + rec::modeName(mode) + ")");
-}
-
-GLAPI void GLAPIENTRY glEnd(void)
-{
-    gl().inBatch = false;
-    rec::record("glEnd()");
-}
-
-GLAPI void GLAPIENTRY glVertex2f(GLfloat x, GLfloat y)
-{
-    if (!gl().batches.empty()) {
-        gl().batches.back().vertices.push_back(tagTAVRIN_POINT{x, y});
+    Recorder& r = gl();
+    Bitmap b;
+    b.width = static_cast<std::int32_t>(c.u[0]);
+    b.height = static_cast<std::int32_t>(c.u[1]);
+    b.xorig = extra.xorig;
+    b.yorig = extra.yorig;
+    b.xmove = c.f[0];
+    b.ymove = c.f[1];
+    b.atX = r.rasterX;
+    b.atY = r.rasterY;
+    if (b.width > 0 && b.height > 0 && extra.bits != nullptr) {
+        b.rows = bitmapRows(b.width, b.height, r.unpackAlignment, extra.bits);
     }
-    rec::record("glVertex2f(" + rec::num(x) + "," + rec::num(y) + ")");
-}
-
-GLAPI void GLAPIENTRY glRasterPos2f(GLfloat x, GLfloat y)
-{
-    gl().texts.push_back(rec::RasterText{tagTAVRIN_POINT{x / 2.0f, 1.0f - y / 2.0f}, 0, {}, gl().color});
-    gl().rasterX = gl().rasterY = 0.0f;
-    rec::record("glRasterPos2f(" + rec::num(x) + "," + rec::num(y) + ")");
-}
-
-GLAPI GLuint GLAPIENTRY glGenLists(GLsizei range)
-{
-    const GLuint list = gl().nextList;
-    gl().nextList += static_cast<GLuint>(range);
-    gl().liveLists.insert(list);
-    ++gl().listsGenerated;
-    rec::record("glGenLists(" + std::to_string(range) + ")");
-    return list;
-}
-
-GLAPI void GLAPIENTRY glCallList(GLuint list)
-{
-    if (!gl().texts.empty()) {
-        ++gl().texts.back().listCalls;
+    r.rasterX += b.xmove;
+    r.rasterY += b.ymove;
+    if (!r.texts.empty()) {
+        r.texts.back().bitmaps.push_back(b);
     }
-    rec::record("glCallList(" + std::string(gl().liveLists.count(list) ? "list" : "unknown") + ")");
+    record("glBitmap(" + std::to_string(b.width) + "," + std::to_string(b.height) + "," + num(b.xorig) + "," +
+           num(b.yorig) + "," + num(b.xmove) + "," + num(b.ymove) + "," +
+           (extra.bits != nullptr ? "bits" : "null") + ")");
 }
 
-GLAPI void GLAPIENTRY glDeleteLists(GLuint list, GLsizei range)
+// Keeps every call as text and tracks the state the checks read.
+void onCall(const fakegl::Call& c, const fakegl::CallExtra& extra)
 {
-    gl().liveLists.erase(list);
-    rec::record("glDeleteLists(list," + std::to_string(range) + ")");
+    using fakegl::Op;
+    Recorder& r = gl();
+    const float x = c.f[0];
+    const float y = c.f[1];
+    switch (c.op) {
+    case Op::LoadIdentity:
+        r.identity = true;
+        r.translateX = r.translateY = 0.0f;
+        record("glLoadIdentity()");
+        break;
+    case Op::Translate:
+        r.translateX += x;
+        r.translateY += y;
+        r.identity = r.translateX == 0.0f && r.translateY == 0.0f && c.f[2] == 0.0f;
+        record("glTranslatef(" + num(x) + "," + num(y) + "," + num(c.f[2]) + ")");
+        break;
+    case Op::Hint: record("glHint(" + enumName(c.u[0]) + "," + enumName(c.u[1]) + ")"); break;
+    case Op::Enable:
+        r.enabled.insert(c.u[0]);
+        record("glEnable(" + enumName(c.u[0]) + ")");
+        break;
+    case Op::Disable:
+        r.enabled.erase(c.u[0]);
+        record("glDisable(" + enumName(c.u[0]) + ")");
+        break;
+    case Op::BlendFunc: record("glBlendFunc(" + enumName(c.u[0]) + "," + enumName(c.u[1]) + ")"); break;
+    case Op::Color:
+        r.color = Rgba{int(c.u[0] >> 24), int((c.u[0] >> 16) & 0xff), int((c.u[0] >> 8) & 0xff), int(c.u[0] & 0xff)};
+        record(rgbaCall(c.u[0]));
+        break;
+    case Op::LineWidth:
+        r.lineWidth = x;
+        record("glLineWidth(" + num(x) + ")");
+        break;
+    case Op::PointSize:
+        r.pointSize = x;
+        record("glPointSize(" + num(x) + ")");
+        break;
+    case Op::Begin: {
+        Batch batch;
+        batch.mode = c.u[0];
+        batch.color = r.color;
+        batch.lineWidth = r.lineWidth;
+        batch.pointSize = r.pointSize;
+        r.batches.push_back(batch);
+        r.inBatch = true;
+        record("glBegin(" + modeName(c.u[0]) + ")");
+        break;
+    }
+    case Op::End:
+        r.inBatch = false;
+        record("glEnd()");
+        break;
+    case Op::Vertex:
+        if (!r.batches.empty()) {
+            r.batches.back().vertices.push_back(tagTAVRIN_POINT{x, y});
+        }
+        record("glVertex2f(" + num(x) + "," + num(y) + ")");
+        break;
+    case Op::RasterPos:
+        r.texts.push_back(RasterText{tagTAVRIN_POINT{x / 2.0f, 1.0f - y / 2.0f}, 0, {}, r.color});
+        r.rasterX = r.rasterY = 0.0f;
+        record("glRasterPos2f(" + num(x) + "," + num(y) + ")");
+        break;
+    case Op::GenLists:
+        r.liveLists.insert(c.u[1]);
+        ++r.listsGenerated;
+        record("glGenLists(" + std::to_string(c.u[0]) + ")");
+        break;
+    case Op::CallList:
+        if (!r.texts.empty()) {
+            ++r.texts.back().listCalls;
+        }
+        record("glCallList(" + std::string(r.liveLists.count(c.u[0]) ? "list" : "unknown") + ")");
+        break;
+    case Op::DeleteLists:
+        r.liveLists.erase(c.u[0]);
+        record("glDeleteLists(list," + std::to_string(c.u[1]) + ")");
+        break;
+    case Op::PixelStore:
+        if (c.u[0] == GL_UNPACK_ALIGNMENT) {
+            r.unpackAlignment = static_cast<GLint>(c.u[1]);
+        }
+        record("glPixelStorei(" + enumName(c.u[0]) + "," + std::to_string(static_cast<GLint>(c.u[1])) + ")");
+        break;
+    case Op::Bitmap: onBitmap(c, extra); break;
+    }
 }
 
-GLAPI void GLAPIENTRY glPixelStorei(GLenum pname, GLint param)
-{
-    if (pname == GL_UNPACK_ALIGNMENT) {
-        gl().unpackAlignment = param;
-    }
-    rec::record("glPixelStorei(" + rec::enumName(pname) + "," + std::to_string(param) + ")");
-}
+const bool g_listening = (fakegl::listen(&onCall), true);
 
-GLAPI void GLAPIENTRY glBitmap(GLsizei width, GLsizei height, GLfloat xorig, GLfloat yorig, GLfloat xmove,
-                               GLfloat ymove, const GLubyte* bitmap)
-{
-    rec::Bitmap b;
-    b.width = width;
-    b.height = height;
-    b.xorig = xorig;
-    b.yorig = yorig;
-    b.xmove = xmove;
-    b.ymove = ymove;
-    b.atX = gl().rasterX;
-    b.atY = gl().rasterY;
-    if (width > 0 && height > 0 && bitmap != nullptr) {
-        b.rows = rec::bitmapRows(width, height, gl().unpackAlignment, bitmap);
-    }
-    gl().rasterX += xmove;
-    gl().rasterY += ymove;
-    if (!gl().texts.empty()) {
-        gl().texts.back().bitmaps.push_back(b);
-    }
-    rec::record("glBitmap(" + std::to_string(width) + "," + std::to_string(height) + "," + rec::num(xorig) +
-                "," + rec::num(yorig) + "," + rec::num(xmove) + "," + rec::num(ymove) + "," +
-                (bitmap != nullptr ? "bits" : "null") + ")");
-}
+}  // namespace
 
-}  // extern "C"
+}  // namespace rec

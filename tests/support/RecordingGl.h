@@ -1,8 +1,8 @@
 #ifndef TAVRIN_TESTS_RECORDINGGL_H
 #define TAVRIN_TESTS_RECORDINGGL_H
 
-// A recording OpenGL for the tests. The test executable defines and exports the GL 1.x
-// entry points the library calls, so the library binds to these instead of a driver.
+// A recording OpenGL for the tests: the listener of the fake GL (FakeGl.h) that the test
+// executable exports, so the library's calls land here instead of in a driver.
 // Every call is kept as text, and every glBegin/glEnd batch with the colour, line width
 // and point size current at its glBegin and its vertices.
 
@@ -83,7 +83,6 @@ struct Recorder {
     GLint unpackAlignment = 4;
     float rasterX = 0.0f;  ///< raster position, pixels from the last glRasterPos2f
     float rasterY = 0.0f;
-    GLuint nextList = 1;
     std::set<GLuint> liveLists;
     int listsGenerated = 0;
 
