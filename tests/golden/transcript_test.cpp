@@ -1,0 +1,568 @@
+// Transcripts: every kind of figure, in each of its modes, taken through the same script
+// a host follows — set the vertices, draw in each look and at a zero view size, hit-test
+// a grid of cursors and the boundaries around each vertex and edge, drag whole and by
+// each vertex, read everything back — written as text and compared line by line with the
+// committed transcript in tests/golden/. A change in any emitted call, colour, width,
+// vertex, hit result or read-back shows as a diff at the line where it happens.
+//
+// After a deliberate change of behaviour, TAVRIN_UPDATE_GOLDEN=1 rewrites the files; the
+// diff is then the review of what changed.
+
+#include "support/GlTest.h"
+
+#include <Tavrin/Tavrin.h>
+
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <functional>
+#include <sstream>
+
+using namespace Tavrin;
+
+namespace {
+
+std::string fmt(float v)
+{
+    char buf[32];
+    std::snprintf(buf, sizeof buf, "%.6g", v);
+    return buf;
+}
+
+std::string str(const tagTAVRIN_POINT& p) { return "(" + fmt(p.x) + "," + fmt(p.y) + ")"; }
+
+// FNV-1a over the text of a long vertex run: any changed vertex changes the line.
+std::string digest(const std::string& text)
+{
+    std::uint32_t h = 2166136261u;
+    for (unsigned char c : text) {
+        h = (h ^ c) * 16777619u;
+    }
+    char buf[16];
+    std::snprintf(buf, sizeof buf, "%08x", h);
+    return buf;
+}
+
+class Transcript {
+public:
+    template <class... Parts>
+    void say(const Parts&... parts)
+    {
+        (m_out << ... << parts);
+        m_out << '\n';
+    }
+    std::string text() const { return m_out.str(); }
+
+    /// The recorded calls, each batch folded onto one line (long ones as a digest).
+    void recorded()
+    {
+        const rec::Recorder& r = rec::gl();
+        std::string batch;
+        std::size_t vertices = 0;
+        for (const std::string& call : r.calls) {
+            if (call.rfind("glVertex2f(", 0) == 0) {
+                batch += call.substr(10) + " ";
+                ++vertices;
+            } else if (call == "glEnd()") {
+                say("  ", vertices <= 12 ? batch : std::to_string(vertices) + " vertices #" + digest(batch));
+                batch.clear();
+                vertices = 0;
+            } else {
+                say(" ", call);
+            }
+        }
+        for (const rec::RasterText& text : r.texts) {
+            std::string rows;
+            for (const rec::Bitmap& glyph : text.glyphs()) {
+                for (const std::string& row : glyph.rows) {
+                    rows += row + "/";
+                }
+            }
+            say("  text at ", str(text.position), " glyphs #", digest(rows));
+        }
+        if (!r.stateIsClean()) {
+            say("  state left: ", r.stateReport());
+        }
+    }
+
+private:
+    std::ostringstream m_out;
+};
+
+tagTAVRIN_POINT at(float x, float y) { return tagTAVRIN_POINT{x, y}; }
+
+template <class T>
+void readBack(Transcript& t, T& f, const char* after)
+{
+    tagTAVRIN_POINT out[20] = {};
+    unsigned int count = 0;
+    const bool ok = f.GetPoints(out, &count);
+    std::string line = std::string(after) + ": " + (ok ? "" : "GetPoints refused ");
+    for (unsigned int i = 0; i < count && i < 20; ++i) {
+        line += str(out[i]) + " ";
+    }
+    t.say(line, "sel=", f.GetSelPointIndex(), " null=", f.IsNull());
+}
+
+template <class T>
+std::vector<tagTAVRIN_POINT> vertices(T& f)
+{
+    tagTAVRIN_POINT out[20] = {};
+    unsigned int count = 0;
+    f.GetPoints(out, &count);
+    return std::vector<tagTAVRIN_POINT>(out, out + std::min(count, 20u));
+}
+
+void draw(Transcript& t, VcaObject& f, int w, int h)
+{
+    rec::gl().reset();
+    f.Draw(nullptr, w, h, true);
+    t.say("draw ", w, "x", h, " status ", f.GetObjStatus());
+    t.recorded();
+}
+
+// CheckSelected over a 24 x 24 grid of cell centres: '#' hit, '.' miss; the digit of
+// CheckPointSelected where it names a vertex.
+void hitGrid(Transcript& t, VcaObject& f)
+{
+    t.say("hits:");
+    for (int row = 0; row < 24; ++row) {
+        std::string line = "  ";
+        for (int col = 0; col < 24; ++col) {
+            tagTAVRIN_POINT p = at((col + 0.5f) / 24.0f, (row + 0.5f) / 24.0f);
+            const unsigned int vertex = f.CheckPointSelected(p);
+            const bool hit = f.CheckSelected(p);
+            line += vertex != 0 ? static_cast<char>('0' + vertex % 10) : (hit ? '#' : '.');
+        }
+        t.say(line);
+    }
+}
+
+// The vertex test's box edge (0.02 either side) and the edge test's pixel margins.
+void boundaryProbes(Transcript& t, VcaObject& f, const std::vector<tagTAVRIN_POINT>& v, int w, int h)
+{
+    static const float kVertexOffsets[] = {0.0f, 0.0199f, 0.02f, 0.0201f, -0.0199f, -0.0201f};
+    std::string line = "vertex probes:";
+    for (const tagTAVRIN_POINT& p : v) {
+        for (float d : kVertexOffsets) {
+            tagTAVRIN_POINT px = at(p.x + d, p.y);
+            tagTAVRIN_POINT py = at(p.x, p.y + d);
+            line += " " + std::to_string(f.CheckPointSelected(px)) + std::to_string(f.CheckPointSelected(py));
+        }
+    }
+    t.say(line);
+    static const float kPixelOffsets[] = {0.0f, 0.5f, 1.5f, 4.0f, 7.5f, 8.5f, 12.0f};
+    line = "edge probes:";
+    for (std::size_t i = 0; i + 1 < v.size() + 1 && v.size() > 1; ++i) {
+        const tagTAVRIN_POINT& a = v[i];
+        const tagTAVRIN_POINT& b = v[(i + 1) % v.size()];
+        const float dx = (b.x - a.x) * w;
+        const float dy = (b.y - a.y) * h;
+        const float len = std::sqrt(dx * dx + dy * dy);
+        if (len == 0.0f) {
+            continue;
+        }
+        for (float off : kPixelOffsets) {
+            for (float along : {0.25f, 0.5f, 1.02f}) {
+                tagTAVRIN_POINT p = at(a.x + (b.x - a.x) * along - dy / len * off / w,
+                                       a.y + (b.y - a.y) * along + dx / len * off / h);
+                line += f.CheckSelected(p) ? '#' : '.';
+            }
+        }
+        line += ' ';
+    }
+    t.say(line);
+}
+
+template <class T>
+void drags(Transcript& t, T& f)
+{
+    struct Drag {
+        tagTAVRIN_POINT from, to;
+        const char* what;
+    };
+    const float nan = std::nanf("");
+    const Drag whole[] = {{at(0.5f, 0.5f), at(0.513f, 0.479f), "move (+0.013,-0.021)"},
+                          {at(0.5f, 0.5f), at(0.45f, 0.56f), "move (-0.05,+0.06)"},
+                          {at(0.5f, 0.5f), at(-0.6f, 0.5f), "move out left"},
+                          {at(0.5f, 0.5f), at(0.5f, 1.7f), "move out down"},
+                          {at(0.5f, 0.5f), at(nan, 0.5f), "move to NaN"}};
+    for (Drag d : whole) {
+        f.Move(d.from, d.to);
+        readBack(t, f, d.what);
+    }
+    const std::vector<tagTAVRIN_POINT> v = vertices(f);
+    for (unsigned int i = 1; i <= v.size() + 1; ++i) {
+        f.SetSelPointIndex(i);
+        tagTAVRIN_POINT from = i <= v.size() ? v[i - 1] : at(0.5f, 0.5f);
+        const tagTAVRIN_POINT targets[] = {at(from.x + 0.017f, from.y - 0.011f), at(from.x - 0.9f, from.y),
+                                           at(from.x, from.y + 0.9f), at(from.x, nan)};
+        std::string line = "drag vertex " + std::to_string(i) + ":";
+        for (tagTAVRIN_POINT to : targets) {
+            tagTAVRIN_POINT start = from;
+            f.MovePoint(start, to);
+            line += " ->";
+            for (const tagTAVRIN_POINT& p : vertices(f)) {
+                line += " " + str(p);
+            }
+        }
+        t.say(line);
+    }
+    f.SetSelPointIndex(0);
+}
+
+void labelBoxes(Transcript& t, VcaObject& f)
+{
+    std::string line = "label boxes:";
+    for (tagTAVRIN_POINT anchor : {at(0.5f, 0.5f), at(0.9f, 0.5f), at(0.5f, 0.9f), at(0.95f, 0.95f)}) {
+        tagTAVRIN_VCA_RECT r{};
+        f.GetDrawLabelRect(anchor, r);
+        line += " [" + fmt(r.x) + "," + fmt(r.y) + "," + fmt(r.width) + "," + fmt(r.height) + "]";
+    }
+    t.say(line);
+}
+
+void calibrationCalls(Transcript& t, VcaObject& f)
+{
+    tagTAVRIN_POINT probe[] = {at(0.3f, 0.3f), at(0.5f, 0.5f), at(0.7f, 0.4f)};
+    std::string line = "cali hits:";
+    for (tagTAVRIN_POINT& p : probe) {
+        line += " " + std::to_string(f.CheckCaliPointSelected(p));
+    }
+    tagTAVRIN_POINT from = at(0.3f, 0.3f);
+    tagTAVRIN_POINT to = at(0.33f, 0.28f);
+    line += std::string(" move=") + (f.MoveCaliPoints(from, to) ? "true" : "false");
+    tagTAVRIN_POINT cali[2] = {};
+    unsigned int count = 0;
+    line += std::string(" get=") + (f.GetPDCCaliPoint(cali, &count) ? "true" : "false");
+    line += " " + std::to_string(count) + " " + str(cali[0]) + " " + str(cali[1]);
+    t.say(line);
+}
+
+/// The whole script for one configured figure in a 640 x 480 view.
+template <class T>
+void exercise(Transcript& t, T& f)
+{
+    const int w = 640;
+    const int h = 480;
+    readBack(t, f, "set");
+    for (tagTAVRIN_OBJ_STATUS s :
+         {TAVRIN_OBJ_STATUS_NORMAL, TAVRIN_OBJ_STATUS_SELECTED, TAVRIN_OBJ_STATUS_HIGHLIGHTED}) {
+        f.SetObjStatus(s);
+        draw(t, f, w, h);
+    }
+    draw(t, f, 0, 0);
+    draw(t, f, w, h);
+    hitGrid(t, f);
+    boundaryProbes(t, f, vertices(f), w, h);
+    labelBoxes(t, f);
+    drags(t, f);
+    calibrationCalls(t, f);
+    f.SetObjStatus(TAVRIN_OBJ_STATUS_SELECTED);
+    draw(t, f, w, h);
+}
+
+template <class T>
+Owned<T> make(std::initializer_list<tagTAVRIN_POINT> points)
+{
+    Owned<T> f(T::NewInstance());
+    std::vector<tagTAVRIN_POINT> v(points);
+    f->SetPoints(v.data(), static_cast<unsigned int>(v.size()));
+    return f;
+}
+
+const std::initializer_list<tagTAVRIN_POINT> kConcave = {at(0.2f, 0.2f), at(0.6f, 0.25f), at(0.4f, 0.4f),
+                                                         at(0.65f, 0.7f), at(0.25f, 0.6f)};
+const std::initializer_list<tagTAVRIN_POINT> kBowTie = {at(0.2f, 0.2f), at(0.6f, 0.6f), at(0.6f, 0.2f),
+                                                        at(0.2f, 0.6f)};
+const std::initializer_list<tagTAVRIN_POINT> kSteepLine = {at(0.3f, 0.2f), at(0.55f, 0.7f)};
+const std::initializer_list<tagTAVRIN_POINT> kFlatLine = {at(0.2f, 0.5f), at(0.7f, 0.5f)};
+const std::initializer_list<tagTAVRIN_POINT> kBroken = {at(0.1f, 0.3f), at(0.35f, 0.6f), at(0.6f, 0.35f),
+                                                        at(0.85f, 0.65f)};
+
+template <class T>
+void region(Transcript& t, std::initializer_list<tagTAVRIN_POINT> points, bool closed, const char* label)
+{
+    Owned<T> f = make<T>(points);
+    f->SetClosed(closed);
+    char text[] = "Zone 7";
+    if (label != nullptr) {
+        f->SetLabelText(text, 6);
+    }
+    exercise(t, *f);
+}
+
+void vcaRule(Transcript& t, tagTAVRIN_RULE_TYPE type, std::initializer_list<tagTAVRIN_POINT> points,
+             TAVRIN_ARROW_TYPE arrow, bool traverse, tagTAVRIN_LINE_TYPE lineType)
+{
+    Owned<VcaRule> f(VcaRule::NewInstance());
+    f->SetRuleType(type);
+    std::vector<tagTAVRIN_POINT> v(points);
+    f->SetPoints(v.data(), static_cast<unsigned int>(v.size()));
+    f->SetArrowDirection(arrow);
+    f->SetIsTraversePlane(traverse);
+    f->SetLineType(lineType);
+    f->SetColors(0x20c040, 0xe03020);
+    char text[] = "Tripwire";
+    f->SetLabelText(text, 8);
+    exercise(t, *f);
+}
+
+void pdcRule(Transcript& t, bool lineMode, bool cali)
+{
+    Owned<PdcRule> f(PdcRule::NewInstance());
+    f->SetVcaPDCLineOrRect(lineMode);
+    std::vector<tagTAVRIN_POINT> v = lineMode ? std::vector<tagTAVRIN_POINT>(kSteepLine)
+                                              : std::vector<tagTAVRIN_POINT>(kConcave);
+    f->SetPoints(v.data(), static_cast<unsigned int>(v.size()));
+    tagTAVRIN_POINT tail = at(0.45f, 0.35f);
+    tagTAVRIN_POINT tip = at(0.5f, 0.5f);
+    f->SetArrowPoints(tail, tip);
+    f->SetVcaPDCLineCali(cali);
+    f->SetVcaPDCCaliShoulderLine(cali);
+    tagTAVRIN_POINT caliPoints[2] = {at(0.32f, 0.3f), at(0.5f, 0.62f)};
+    f->SetPDCCaliPoint(caliPoints, 2);
+    f->SetSelCaliPointIndex(cali ? 2 : 0);
+    float widths[16] = {0.1f, 0.2f, 0.3f, 0.15f, 0.4f, 0.5f, 0.2f, 0.05f};
+    f->SetTargetWidthLine(widths);
+    tagTAVRIN_POINT single = at(0.7f, 0.2f);
+    f->SetSinglePoints(&single, 1);
+    char text[] = "12";
+    f->SetText(text);
+    tagTAVRIN_POINT out[2] = {};
+    f->GetArrowPoints(&out[0], &out[1]);
+    t.say("arrow ", str(out[0]), " ", str(out[1]));
+    exercise(t, *f);
+    f->GetArrowPoints(&out[0], &out[1]);
+    unsigned int count = 0;
+    f->GetSinglePoints(&single, &count);
+    t.say("arrow ", str(out[0]), " ", str(out[1]), " single ", str(single), " x", count);
+}
+
+void sizeFilter(Transcript& t, tagTAVRIN_SIZE_FILTER_TYPE type, int scheme, bool byDiagonal)
+{
+    Owned<SizeFilter> f(SizeFilter::NewInstance());
+    f->SetSizeFilterType(type);
+    f->SetColor(scheme);
+    f->SetWndSize(640, 480);
+    tagTAVRIN_POINT a = at(0.3f, 0.35f);
+    tagTAVRIN_POINT b = at(0.55f, 0.6f);
+    if (byDiagonal) {
+        f->SetDiagonal(a, b);
+    } else {
+        tagTAVRIN_POINT corners[4] = {a, at(0.55f, 0.35f), b, at(0.3f, 0.6f)};
+        f->SetPoints(corners, 4);
+    }
+    exercise(t, *f);
+}
+
+void atmCali(Transcript& t)
+{
+    Owned<AtmCali> f = make<AtmCali>({at(0.2f, 0.2f), at(0.7f, 0.2f), at(0.7f, 0.7f), at(0.2f, 0.7f)});
+    tagTAVRIN_POINT a = at(0.3f, 0.4f);
+    tagTAVRIN_POINT b = at(0.6f, 0.55f);
+    f->SetLinePoints(a, b);
+    exercise(t, *f);
+    std::string line = "line ends:";
+    for (tagTAVRIN_POINT p : {at(0.3f, 0.4f), at(0.6f, 0.55f), at(0.45f, 0.475f)}) {
+        line += " " + std::to_string(f->CheckLinePointSelected(p));
+    }
+    f->SetLineSelPointIndex(2);
+    tagTAVRIN_POINT from = at(0.6f, 0.55f);
+    tagTAVRIN_POINT to = at(0.62f, 0.5f);
+    f->MoveLinePoint(from, to);
+    f->GetLinePoints(&a, &b);
+    tagTAVRIN_POINT head[2] = {};
+    f->GetVCaliLineHead(b, head);
+    t.say(line, " moved ", str(a), " ", str(b), " head ", str(head[0]), " ", str(head[1]));
+    draw(t, *f, 640, 480);
+}
+
+template <class T>
+void caliLine(Transcript& t, std::initializer_list<tagTAVRIN_POINT> points, tagTAVRIN_BEHAV_CALI_TYPE type)
+{
+    Owned<T> f = make<T>(points);
+    f->SetCaliType(type);
+    exercise(t, *f);
+    std::vector<tagTAVRIN_POINT> v = vertices(*f);
+    tagTAVRIN_POINT head[2] = {};
+    f->GetVCaliLineHead(v[0], head);
+    t.say("head ", str(head[0]), " ", str(head[1]));
+}
+
+void itsCali(Transcript& t, bool closed)
+{
+    Owned<ItsCali> f = make<ItsCali>(kConcave);
+    f->SetClosed(closed);
+    char width[] = "3.5m";
+    char height[] = "12m";
+    f->SetWidthLabelText(width, 4);
+    f->SetHeightlabelText(height, 3);
+    t.say("closed ", f->GetClosed());
+    exercise(t, *f);
+    std::vector<tagTAVRIN_POINT> v = vertices(*f);
+    t.say("top vertex ", f->GetMinYPoint(v.data(), static_cast<unsigned int>(v.size())));
+}
+
+void pupil(Transcript& t, std::initializer_list<tagTAVRIN_POINT> points)
+{
+    Owned<PupilDistance> f = make<PupilDistance>(points);
+    exercise(t, *f);
+    std::vector<tagTAVRIN_POINT> v = vertices(*f);
+    tagTAVRIN_POINT line[2] = {};
+    f->GetPupilLine(v[1], line);
+    t.say("pupil line ", str(line[0]), " ", str(line[1]));
+}
+
+void single(Transcript& t, bool bino)
+{
+    if (bino) {
+        Owned<BinoCali> f = make<BinoCali>({at(0.4f, 0.45f)});
+        f->SetRadius(30);
+        t.say("radius ", f->Radius());
+        exercise(t, *f);
+    } else {
+        Owned<LfCali> f = make<LfCali>({at(0.4f, 0.45f)});
+        exercise(t, *f);
+    }
+}
+
+struct Case {
+    const char* name;
+    std::function<void(Transcript&)> run;
+    bool text;
+};
+
+const Case kCases[] = {
+    {"ShieldRegionConcave", [](Transcript& t) { region<ShieldRegion>(t, kConcave, true, "Zone"); }, false},
+    {"ShieldRegionBowTie", [](Transcript& t) { region<ShieldRegion>(t, kBowTie, true, nullptr); }, false},
+    {"ReferenceRegion", [](Transcript& t) { region<ReferenceRegion>(t, kConcave, true, "Zone"); }, true},
+    {"EnterRegionOpen", [](Transcript& t) { region<EnterRegion>(t, kConcave, false, "Zone"); }, false},
+    {"EnterRegion", [](Transcript& t) { region<EnterRegion>(t, kBowTie, true, "Zone"); }, true},
+    {"ITCPlateRegion", [](Transcript& t) { region<ITCPlateRegion>(t, kConcave, true, nullptr); }, false},
+    {"ITCPlateRegionOpen", [](Transcript& t) { region<ITCPlateRegion>(t, kConcave, false, nullptr); }, false},
+    {"VcaRuleRegion",
+     [](Transcript& t) { vcaRule(t, TAVRIN_RULE_REGION, kConcave, TAVRIN_ARROW_BOTH, false, TAVRIN_LINE_PLAIN); },
+     true},
+    {"VcaRuleLineBoth",
+     [](Transcript& t) { vcaRule(t, TAVRIN_RULE_LINE, kSteepLine, TAVRIN_ARROW_BOTH, false, TAVRIN_LINE_ARROW); },
+     true},
+    {"VcaRuleLinePositive",
+     [](Transcript& t) { vcaRule(t, TAVRIN_RULE_LINE, kSteepLine, TAVRIN_ARROW_POSITIVE, false, TAVRIN_LINE_PLAIN); },
+     false},
+    {"VcaRuleLineNegativeFlat",
+     [](Transcript& t) { vcaRule(t, TAVRIN_RULE_LINE, kFlatLine, TAVRIN_ARROW_NEGATIVE, false, TAVRIN_LINE_ARROW); },
+     true},
+    {"VcaRuleLineNone",
+     [](Transcript& t) { vcaRule(t, TAVRIN_RULE_LINE, kSteepLine, TAVRIN_ARROW_NONE, false, TAVRIN_LINE_ARROW); },
+     false},
+    {"VcaRuleTraverseSteep",
+     [](Transcript& t) { vcaRule(t, TAVRIN_RULE_LINE, kSteepLine, TAVRIN_ARROW_BOTH, true, TAVRIN_LINE_ARROW); },
+     true},
+    {"VcaRuleTraverseFlatPositive",
+     [](Transcript& t) { vcaRule(t, TAVRIN_RULE_LINE, kFlatLine, TAVRIN_ARROW_POSITIVE, true, TAVRIN_LINE_ARROW); },
+     true},
+    {"VcaRuleTraverseNegative",
+     [](Transcript& t) {
+         vcaRule(t, TAVRIN_RULE_LINE, {at(0.7f, 0.6f), at(0.3f, 0.25f)}, TAVRIN_ARROW_NEGATIVE, true,
+                 TAVRIN_LINE_ARROW);
+     },
+     false},
+    {"VcaRuleBrokenLine",
+     [](Transcript& t) {
+         vcaRule(t, TAVRIN_RULE_BROKEN_LINE, kBroken, TAVRIN_ARROW_BOTH, false, TAVRIN_LINE_ARROW);
+     },
+     true},
+    {"VcaRuleBrokenLinePositive",
+     [](Transcript& t) {
+         vcaRule(t, TAVRIN_RULE_BROKEN_LINE, kBroken, TAVRIN_ARROW_POSITIVE, false, TAVRIN_LINE_PLAIN);
+     },
+     false},
+    {"ITCLine",
+     [](Transcript& t) {
+         Owned<ITCLine> f = make<ITCLine>(kSteepLine);
+         exercise(t, *f);
+     },
+     false},
+    {"ITCLineGreen",
+     [](Transcript& t) {
+         Owned<ITCLine> f = make<ITCLine>(kFlatLine);
+         f->SetLineType(TAVRIN_ITC_LINE_GREEN);
+         exercise(t, *f);
+     },
+     true},
+    {"Lane",
+     [](Transcript& t) {
+         Owned<Lane> f = make<Lane>({at(0.3f, 0.2f), at(0.5f, 0.2f), at(0.7f, 0.8f), at(0.2f, 0.8f)});
+         tagTAVRIN_POINT tail = at(0.45f, 0.7f);
+         tagTAVRIN_POINT tip = at(0.42f, 0.3f);
+         f->SetArrowPoints(tail, tip);
+         exercise(t, *f);
+         f->GetArrowPoints(&tail, &tip);
+         t.say("arrow ", str(tail), " ", str(tip));
+     },
+     false},
+    {"PdcRuleArea", [](Transcript& t) { pdcRule(t, false, false); }, true},
+    {"PdcRuleLine", [](Transcript& t) { pdcRule(t, true, false); }, true},
+    {"PdcRuleLineCalibration", [](Transcript& t) { pdcRule(t, true, true); }, false},
+    {"SizeFilterRectangle", [](Transcript& t) { sizeFilter(t, TAVRIN_SIZE_FILTER_RECT, 0, true); }, false},
+    {"SizeFilterRectangleScheme1", [](Transcript& t) { sizeFilter(t, TAVRIN_SIZE_FILTER_RECT, 1, false); }, false},
+    {"SizeFilterSquare", [](Transcript& t) { sizeFilter(t, TAVRIN_SIZE_FILTER_SQUARE, 2, true); }, false},
+    {"AtmCali", [](Transcript& t) { atmCali(t); }, false},
+    {"BehaviorCali", [](Transcript& t) { caliLine<BehaviorCali>(t, kSteepLine, TAVRIN_BEHAV_CALI_LINE); }, false},
+    {"BehaviorCaliVertical",
+     [](Transcript& t) { caliLine<BehaviorCali>(t, kFlatLine, TAVRIN_BEHAV_CALI_VERTICAL); }, false},
+    {"BehaviorCheck", [](Transcript& t) { caliLine<BehaviorCheck>(t, kSteepLine, TAVRIN_BEHAV_CALI_LINE); }, false},
+    {"ItsCali", [](Transcript& t) { itsCali(t, true); }, true},
+    {"ItsCaliOpen", [](Transcript& t) { itsCali(t, false); }, false},
+    {"PupilDistance", [](Transcript& t) { pupil(t, kSteepLine); }, false},
+    {"PupilDistanceFlat", [](Transcript& t) { pupil(t, kFlatLine); }, false},
+    {"BinoCali", [](Transcript& t) { single(t, true); }, false},
+    {"LfCali", [](Transcript& t) { single(t, false); }, false},
+};
+
+std::string goldenPath(const std::string& name) { return std::string(TAVRIN_GOLDEN_DIR) + "/" + name + ".txt"; }
+
+std::vector<std::string> lines(const std::string& text)
+{
+    std::vector<std::string> out;
+    std::istringstream in(text);
+    for (std::string line; std::getline(in, line);) {
+        out.push_back(line);
+    }
+    return out;
+}
+
+class TranscriptTest : public GlTest, public ::testing::WithParamInterface<Case> {};
+
+TEST_P(TranscriptTest, MatchesTheCommittedTranscript)
+{
+    const Case& c = GetParam();
+    TextRendering::SetEnabled(c.text);
+    Transcript t;
+    c.run(t);
+    TextRendering::SetEnabled(false);
+    const std::string path = goldenPath(c.name);
+    if (std::getenv("TAVRIN_UPDATE_GOLDEN") != nullptr) {
+        std::ofstream(path) << t.text();
+        return;
+    }
+    std::ifstream in(path);
+    ASSERT_TRUE(in.good()) << "no transcript at " << path << " (TAVRIN_UPDATE_GOLDEN=1 writes it)";
+    std::stringstream expected;
+    expected << in.rdbuf();
+    const std::vector<std::string> want = lines(expected.str());
+    const std::vector<std::string> got = lines(t.text());
+    for (std::size_t i = 0; i < std::max(want.size(), got.size()); ++i) {
+        const std::string w = i < want.size() ? want[i] : "(end)";
+        const std::string g = i < got.size() ? got[i] : "(end)";
+        ASSERT_EQ(w, g) << path << ":" << i + 1 << " is the first line that differs";
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(EveryKind, TranscriptTest, ::testing::ValuesIn(kCases),
+                         [](const ::testing::TestParamInfo<Case>& info) { return std::string(info.param.name); });
+
+}  // namespace
