@@ -27,8 +27,16 @@ struct Figures {
     std::unique_ptr<Line> line{new Line()};
     std::unique_ptr<Arrow> arrow{new Arrow()};
     std::unique_ptr<BrokenLine> broken{new BrokenLine()};
-    // The right-out drag option of the four polygon figures, as last set.
-    bool rightOut[4] = {};
+};
+
+/// What the checks around an edit need to know of a figure.
+struct Shape {
+    unsigned capacity;     ///< the GetPoints buffer
+    unsigned limit;        ///< the most vertices SetPoints accepts
+    unsigned reads;        ///< vertices SetPoints reads whatever the count (0: the count)
+    bool clearsOnRefusal;  ///< a refused SetPoints leaves it empty (a broken line)
+    bool singleVertexDrag; ///< MovePoint moves the selected vertex alone
+    bool cursorCorner;     ///< MovePoint places the corner at the cursor (a square)
 };
 
 template <class F>
@@ -45,95 +53,95 @@ Snapshot read(F& figure, unsigned capacity)
     return s;
 }
 
-void fullDraw(GraphMeta& figure, FuzzInput& in, const char* what)
+template <class F>
+void checkedDraw(F& figure, FuzzInput& in)
 {
-    const int w = in.viewSize();
-    const int h = in.viewSize();
     sink::beginDraw();
-    figure.Draw(in.flag() ? nullptr : &in, w, h, in.flag());
-    sink::expectRestored(what);
+    if (in.flag()) {
+        figure.Draw(in.flag() ? nullptr : &in, in.viewSize(), in.viewSize(), in.flag());
+    } else {
+        figure.DrawByOpenGL(nullptr);
+    }
+    sink::expectRestored("primitive draw");
 }
 
-// The GraphMeta operations every primitive has. Returns false for the choices it does
-// not handle, which go to the primitive's own operations.
-bool graphMetaOp(GraphMeta& figure, bool* rightOut, FuzzInput& in, const char* what)
+Point cursorPoint(FuzzInput& in)
 {
-    switch (in.pick(12)) {
-    case 0: {
-        const auto s = static_cast<tagTAVRIN_OBJ_STATUS>(in.enumValue());
-        figure.SetObjStatus(s);
-        FUZZ_CHECK(figure.GetObjStatus() == s, "GetObjStatus returns the status set");
-        return true;
-    }
-    case 1: {
-        const unsigned index = in.index();
-        figure.SetSelPointIndex(index);
-        FUZZ_CHECK(figure.GetSelPointIndex() == index, "GetSelPointIndex returns the index set");
-        return true;
-    }
-    case 2:
-        figure.SetColors(in.u32(), in.u32(), in.u32(), in.u32());
-        return true;
-    case 3:
-        fullDraw(figure, in, what);
-        return true;
-    case 4:
-        figure.SetWndSize(in.viewSize(), in.viewSize());
-        return true;
-    case 5: {
-        switch (in.pick(3)) {
-        case 0: figure.SetViewTransparent(in.flag()); break;
-        case 1: figure.SetViewOpaque(in.flag()); break;
-        default: {
-            const bool closed = in.flag();
-            figure.SetClosed(closed);
-            FUZZ_CHECK(figure.GetClosed() == closed, "GetClosed returns the flag set");
-            break;
-        }
-        }
-        return true;
-    }
-    case 6:
-        figure.SetLineWidth(in.pick(2) == 0 ? in.special() : in.coord() * 8.0f);
-        return true;
-    case 7: {
-        const bool on = in.flag();
-        figure.SetSuptPolygonMoveRightOut(on);
-        if (rightOut != nullptr) {
-            *rightOut = on;
-        }
-        return true;
-    }
-    case 8:
-        figure.IsNull();
-        return true;
-    default:
-        return false;
+    tagTAVRIN_POINT p = in.point();
+    return Point(in.pick(16) == 0 ? nullptr : &p);
+}
+
+// The GraphMeta setters every primitive has; none of them moves a vertex.
+void graphMetaOp(GraphMeta& figure, FuzzInput& in)
+{
+    switch (in.pick(8)) {
+    case 0: figure.SetObjStatus(static_cast<tagTAVRIN_OBJ_STATUS>(in.enumValue())); break;
+    case 1: figure.SetSelPointIndex(in.index()); break;
+    case 2: figure.SetColors(in.u32(), in.u32(), in.u32(), in.u32()); break;
+    case 3: figure.SetWndSize(in.viewSize(), in.viewSize()); break;
+    case 4: figure.SetViewTransparent(in.flag()); break;
+    case 5: figure.SetViewOpaque(in.flag()); break;
+    case 6: figure.SetClosed(in.flag()); break;
+    default: figure.SetLineWidth(in.pick(2) == 0 ? in.special() : in.coord() * 8.0f); break;
     }
 }
+
+// SetPoints: a refusal leaves the figure as it was (or empty, for a broken line); an
+// acceptance holds only finite vertices.
+template <class F>
+void setPointsCheck(F& figure, const Shape& shape, FuzzInput& in)
+{
+    const Snapshot before = read(figure, shape.capacity);
+    const unsigned count = in.count();
+    std::vector<tagTAVRIN_POINT> buffer = pointArray(in, count, shape.reads);
+    tagTAVRIN_POINT* points = in.pick(16) == 0 ? nullptr : buffer.data();
+    const bool ok = figure.SetPoints(points, count);
+    const Snapshot after = read(figure, shape.capacity);
+    if (points == nullptr || count > shape.limit) {
+        FUZZ_CHECK(!ok, "SetPoints refuses a null array or too many vertices");
+    }
+    if (!ok) {
+        FUZZ_CHECK(shape.clearsOnRefusal ? after.count == 0 : sameVertices(before, after),
+                   "a refused SetPoints leaves the figure as it was");
+    }
+    if (ok) {
+        FUZZ_CHECK(allFinite(after), "SetPoints accepts only finite vertices");
+    }
+}
+
+// MovePoint where the figure has one (a point has none).
+template <class F>
+auto movePoint(F& figure, tagTAVRIN_POINT& from, tagTAVRIN_POINT& to) -> decltype(figure.MovePoint(from, to))
+{
+    return figure.MovePoint(from, to);
+}
+inline void movePoint(Point&, tagTAVRIN_POINT&, tagTAVRIN_POINT&) {}
 
 // A whole or vertex drag: a non-finite drag changes nothing, a whole drag moves all or
 // nothing, and a figure inside the picture stays inside when `keepsInside`.
-template <class F, class Drag>
-void dragCheck(F& figure, unsigned capacity, FuzzInput& in, bool whole, bool keepsInside, Drag drag,
-               bool fromCursorOnly = false, bool singleVertex = false)
+template <class F>
+void dragCheck(F& figure, const Shape& shape, FuzzInput& in, bool whole, bool keepsInside)
 {
-    const Snapshot before = read(figure, capacity);
+    const Snapshot before = read(figure, shape.capacity);
     tagTAVRIN_POINT from = in.point();
     tagTAVRIN_POINT to = in.near(from);
-    drag(from, to);
-    const Snapshot after = read(figure, capacity);
-    // A square's corner is placed from the cursor alone; other drags need a finite vector.
-    if (fromCursorOnly ? !finitePoint(to) : !finiteDrag(from, to)) {
+    if (whole) {
+        figure.Move(from, to);
+    } else {
+        movePoint(figure, from, to);
+    }
+    const Snapshot after = read(figure, shape.capacity);
+    const bool cursorOnly = !whole && shape.cursorCorner;
+    if (cursorOnly ? !finitePoint(to) : !finiteDrag(from, to)) {
         FUZZ_CHECK(sameVertices(before, after), "a drag that is not finite changes nothing");
     }
+    const float dx = to.x - from.x;
+    const float dy = to.y - from.y;
     if (whole) {
-        FUZZ_CHECK(sameVertices(before, after) ||
-                       shiftedBy(before, after, to.x - from.x, to.y - from.y, 20),
+        FUZZ_CHECK(sameVertices(before, after) || shiftedBy(before, after, dx, dy, 20),
                    "a whole drag moves every vertex by the drag or none");
-    } else if (singleVertex) {
-        FUZZ_CHECK(movedSelectedVertexOnly(before, after, figure.GetSelPointIndex(), to.x - from.x,
-                                           to.y - from.y, 20),
+    } else if (shape.singleVertexDrag) {
+        FUZZ_CHECK(movedSelectedVertexOnly(before, after, figure.GetSelPointIndex(), dx, dy, 20),
                    "a vertex drag moves the selected vertex alone, by the drag, or nothing");
     }
     if (keepsInside && allInPicture(before)) {
@@ -144,326 +152,180 @@ void dragCheck(F& figure, unsigned capacity, FuzzInput& in, bool whole, bool kee
     }
 }
 
-// SetPoints: a refusal leaves the figure as it was (a broken line empties itself first,
-// deliberately); an acceptance is read back.
-template <class F>
-void setPointsCheck(F& figure, unsigned capacity, unsigned limit, unsigned reads, FuzzInput& in,
-                    bool clearsOnRefusal)
+/// The operations every primitive shares; `own` takes the rest.
+template <class F, class Own>
+void figureOp(F& figure, const Shape& shape, bool keepsInside, FuzzInput& in, Own&& own)
 {
-    const Snapshot before = read(figure, capacity);
-    const unsigned count = in.count();
-    std::vector<tagTAVRIN_POINT> buffer = pointArray(in, count, reads);
-    tagTAVRIN_POINT* points = in.pick(16) == 0 ? nullptr : buffer.data();
-    const bool ok = figure.SetPoints(points, count);
-    const Snapshot after = read(figure, capacity);
-    if (points == nullptr || count > limit) {
-        FUZZ_CHECK(!ok, "SetPoints refuses a null array or too many vertices");
+    switch (in.pick(10)) {
+    case 0:
+    case 1: setPointsCheck(figure, shape, in); break;
+    case 2: {
+        std::vector<tagTAVRIN_POINT> buffer(shape.capacity);
+        unsigned count = 0;
+        FUZZ_CHECK(!figure.GetPoints(in.flag() ? nullptr : buffer.data(), in.flag() ? &count : nullptr) ||
+                       count <= shape.capacity,
+                   "GetPoints with a null pointer");
+        break;
     }
-    if (!ok) {
-        if (clearsOnRefusal) {
-            FUZZ_CHECK(after.count == 0, "a refused broken line is left empty");
-        } else {
-            FUZZ_CHECK(sameVertices(before, after), "a refused SetPoints leaves GetPoints unchanged");
-        }
-        return;
+    case 3: dragCheck(figure, shape, in, true, keepsInside); break;
+    case 4: dragCheck(figure, shape, in, false, keepsInside); break;
+    case 5: {
+        Point cursor = cursorPoint(in);
+        figure.IsNearPoint(cursor);
+        tagTAVRIN_POINT c{cursor.Rx(), cursor.Ry()};
+        FUZZ_CHECK(figure.CheckPointSelected(c) <= std::max(read(figure, shape.capacity).count, 2u),
+                   "CheckPointSelected names a vertex or none");
+        break;
     }
-    // A point or a line reads a fixed number of vertices whatever the count.
-    const unsigned expected = reads > 0 ? reads : count;
-    FUZZ_CHECK(after.count == expected, "GetPoints reports the vertices set");
-    FUZZ_CHECK(std::memcmp(after.points, points, expected * sizeof(tagTAVRIN_POINT)) == 0,
-               "GetPoints reads back the vertices set");
-    FUZZ_CHECK(allFinite(after), "SetPoints accepts only finite vertices");
-}
-
-template <class F>
-void getPointsNulls(F& figure, unsigned capacity, FuzzInput& in)
-{
-    std::vector<tagTAVRIN_POINT> buffer(capacity);
-    unsigned count = 0;
-    tagTAVRIN_POINT* points = in.pick(2) == 0 ? nullptr : buffer.data();
-    unsigned* countOut = points != nullptr || in.flag() ? nullptr : &count;
-    FUZZ_CHECK(!figure.GetPoints(points, countOut), "GetPoints refuses a null pointer");
-}
-
-Point cursorPoint(FuzzInput& in)
-{
-    tagTAVRIN_POINT p = in.point();
-    return Point(in.pick(16) == 0 ? nullptr : &p);
+    case 6: checkedDraw(figure, in); break;
+    case 7: graphMetaOp(figure, in); break;
+    default: own(); break;
+    }
 }
 
 void pointOp(Figures& f, FuzzInput& in)
 {
     const bool useCircle = in.flag();
     Point& point = useCircle ? *f.circle : *f.point;
-    if (graphMetaOp(point, nullptr, in, useCircle ? "Circle::Draw" : "Point::Draw")) {
-        return;
-    }
-    switch (in.pick(10)) {
-    case 0:
-        setPointsCheck(point, 1, 1, 1, in, false);
-        break;
-    case 1:
-        getPointsNulls(point, 1, in);
-        break;
-    case 2:
-        dragCheck(point, 1, in, true, true,
-                  [&](tagTAVRIN_POINT& a, tagTAVRIN_POINT& b) { point.Move(a, b); });
-        break;
+    const Shape shape{1, 1, 1, false, false, false};
+    switch (in.pick(8)) {
+    case 0: setPointsCheck(point, shape, in); break;
+    case 1: dragCheck(point, shape, in, true, true); break;
+    case 2: graphMetaOp(point, in); break;
     case 3: {
         // Unchecked setters: the point may hold anything afterwards.
-        if (in.flag()) {
-            point.SetX(in.coord());
-        } else {
-            point.SetY(in.coord());
-        }
+        point.SetX(in.coord());
+        point.SetY(in.coord());
         break;
     }
     case 4: {
         Point cursor = cursorPoint(in);
         point.IsNearPoint(cursor);
-        if (useCircle) {
-            f.circle->CheckSelected(cursor);
-        }
-        break;
-    }
-    case 5:
+        f.circle->CheckSelected(cursor);
         point.SetPointType(static_cast<tagTAVRIN_POINT_TYPE>(in.enumValue()));
         break;
-    case 6: {
-        sink::beginDraw();
-        point.DrawByOpenGL(nullptr);
-        sink::expectRestored("Point::DrawByOpenGL");
-        break;
     }
-    case 7: {
+    case 5: {
         const std::uint64_t calls = sink::counters().calls;
         point.DrawByGdi(nullptr);
         FUZZ_CHECK(sink::counters().calls == calls, "DrawByGdi draws nothing");
         break;
     }
-    case 8:
-        if (useCircle) {
-            f.circle->SetRadius(in.pick(4) == 0 ? in.u32() : in.byte());
+    case 6: f.circle->SetRadius(in.pick(4) == 0 ? in.u32() : in.byte()); break;
+    default: {
+        if (in.flag()) {
+            checkedDraw(point, in);
+            break;
         }
-        break;
-    default:
-        if (useCircle) {
-            f.circle->Radius();
-        } else {
-            tagTAVRIN_POINT p = in.point();
-            f.point.reset(new Point(in.pick(8) == 0 ? nullptr : &p));
-        }
+        tagTAVRIN_POINT p = in.point();
+        f.point.reset(new Point(in.pick(8) == 0 ? nullptr : &p));
         break;
     }
+    }
+}
+
+// A fresh figure of the same class from a vertex array, or a copy of one.
+template <class F>
+void rebuild(std::unique_ptr<F>& figure, FuzzInput& in, unsigned reads)
+{
+    const unsigned count = in.count();
+    std::vector<tagTAVRIN_POINT> buffer = pointArray(in, count, reads);
+    tagTAVRIN_POINT* points = in.pick(8) == 0 ? nullptr : buffer.data();
+    figure.reset(in.pick(4) == 0 ? new F(*figure) : new F(points, count));
 }
 
 void polygonOp(Figures& f, FuzzInput& in)
 {
     const unsigned which = in.pick(4);
-    Polygon* figure = f.polygon.get();
-    const char* name = "Polygon::Draw";
-    if (which == 1) {
-        figure = f.rectangle.get();
-        name = "Rectangle::Draw";
-    } else if (which == 2) {
-        figure = f.square.get();
-        name = "Square::Draw";
-    } else if (which == 3) {
-        figure = f.label.get();
-        name = "Label::Draw";
-    }
-    Polygon& p = *figure;
-    if (graphMetaOp(p, &f.rightOut[which], in, name)) {
-        return;
-    }
-    const unsigned limit = which == 0 ? 20 : 4;
-    switch (in.pick(12)) {
-    case 0:
-    case 1:
-        setPointsCheck(p, 20, limit, 0, in, false);
-        break;
-    case 2:
-        getPointsNulls(p, 20, in);
-        break;
-    case 3:
-        dragCheck(p, 20, in, true, !f.rightOut[which],
-                  [&](tagTAVRIN_POINT& a, tagTAVRIN_POINT& b) { p.Move(a, b); });
-        break;
-    case 4:
-    case 5: {
-        const Snapshot before = read(p, 20);
-        const bool keepsInside = which == 0 || (which != 2 && properRectangle(before));
-        dragCheck(
-            p, 20, in, false, keepsInside,
-            [&](tagTAVRIN_POINT& a, tagTAVRIN_POINT& b) { p.MovePoint(a, b); }, which == 2,
-            which == 0);
-        break;
-    }
-    case 6: {
-        Point cursor = cursorPoint(in);
-        p.CheckSelected(cursor);
-        p.IsNearPoint(cursor);
-        tagTAVRIN_POINT c{cursor.Rx(), cursor.Ry()};
-        FUZZ_CHECK(p.CheckPointSelected(c) <= read(p, 20).count, "CheckPointSelected names a vertex or none");
-        break;
-    }
-    case 7: {
-        Polygon* others[] = {f.polygon.get(), f.rectangle.get(), f.square.get(), f.label.get()};
-        Polygon& other = *others[in.pick(4)];
-        const Snapshot source = read(other, 20);
-        p = other;
-        FUZZ_CHECK(sameVertices(read(p, 20), source), "assignment copies the vertices");
-        break;
-    }
-    case 8: {
-        if (which == 0) {
-            sink::beginDraw();
-            p.DrawByOpenGL(nullptr);
-            sink::expectRestored("Polygon::DrawByOpenGL");
+    Polygon* figures[] = {f.polygon.get(), f.rectangle.get(), f.square.get(), f.label.get()};
+    Polygon& p = *figures[which];
+    const Shape shape{20, which == 0 ? 20u : 4u, 0, false, which == 0, which == 2};
+    // A corner drag keeps a rectangle inside only when its corners form one; a square is
+    // placed from the cursor unclamped. Dragging right out is an option of every one.
+    const Snapshot before = read(p, 20);
+    const bool keepsInside = which == 0 || (which != 2 && properRectangle(before));
+    figureOp(p, shape, keepsInside, in, [&] {
+        switch (in.pick(5)) {
+        case 0: p.SetSuptPolygonMoveRightOut(false); break;
+        case 1: {
+            if (which == 0) {
+                break;
+            }
+            tagTAVRIN_POINT a = in.point();
+            tagTAVRIN_POINT b = in.near(a);
+            if (!static_cast<Rectangle&>(p).SetDiagonal(a, b)) {
+                FUZZ_CHECK(sameVertices(before, read(p, 20)), "a refused SetDiagonal changes nothing");
+            }
             break;
         }
-        auto& r = static_cast<Rectangle&>(p);
-        const Snapshot before = read(r, 20);
-        tagTAVRIN_POINT a = in.point();
-        tagTAVRIN_POINT b = in.near(a);
-        const bool ok = r.SetDiagonal(a, b);
-        const Snapshot after = read(r, 20);
-        FUZZ_CHECK(ok == (finitePoint(a) && finitePoint(b)), "SetDiagonal refuses only non-finite corners");
-        FUZZ_CHECK(ok ? after.count == 4 : sameVertices(before, after), "SetDiagonal result");
-        FUZZ_CHECK(allFinite(after), "a diagonal gives finite corners");
-        break;
-    }
-    case 9: {
-        if (which != 3) {
+        case 2: {
+            std::vector<char> t = text(in);
+            f.label->SetText(in.pick(8) == 0 ? nullptr : t.data());
             break;
         }
-        std::vector<char> t = text(in);
-        char* s = in.pick(8) == 0 ? nullptr : t.data();
-        const bool ok = f.label->SetText(s);
-        FUZZ_CHECK(ok == (s != nullptr && std::strlen(s) <= 127), "Label::SetText result");
-        if (in.flag()) {
-            sink::beginDraw();
-            f.label->DrawByOpenGL(nullptr);
-            sink::expectRestored("Label::DrawByOpenGL");
+        case 3: {
+            Polygon& other = *figures[in.pick(4)];
+            const Snapshot source = read(other, 20);
+            p = other;
+            FUZZ_CHECK(sameVertices(read(p, 20), source), "assignment copies the vertices");
+            break;
         }
-        break;
-    }
-    case 10: {
-        // A fresh figure from a vertex array, or a copy.
-        const unsigned count = in.count();
-        std::vector<tagTAVRIN_POINT> buffer = pointArray(in, count, 0);
-        tagTAVRIN_POINT* points = in.pick(8) == 0 ? nullptr : buffer.data();
-        const bool copy = in.pick(4) == 0;
-        switch (which) {
-        case 0: f.polygon.reset(copy ? new Polygon(*f.polygon) : new Polygon(points, count)); break;
-        case 1: f.rectangle.reset(copy ? new Rectangle(*f.rectangle) : new Rectangle(points, count)); break;
-        case 2: f.square.reset(copy ? new Square(*f.square) : new Square(points, count)); break;
-        default: f.label.reset(copy ? new Label(*f.label) : new Label(points, count)); break;
+        default:
+            switch (which) {
+            case 0: rebuild(f.polygon, in, 0); break;
+            case 1: rebuild(f.rectangle, in, 0); break;
+            case 2: rebuild(f.square, in, 0); break;
+            default: rebuild(f.label, in, 0); break;
+            }
+            break;
         }
-        if (!copy) {
-            f.rightOut[which] = false;
-        }
-        break;
-    }
-    default: {
-        const std::uint64_t calls = sink::counters().calls;
-        p.DrawByGdi(nullptr);
-        FUZZ_CHECK(sink::counters().calls == calls, "DrawByGdi draws nothing");
-        break;
-    }
-    }
+    });
 }
 
-void partialDraw(const char* what) { sink::endPartialDraw(what); }
-
-// The line's drawing helpers, each called on its own as a host may.
-void lineHelperOp(Line& line, FuzzInput& in)
+// The line's drawing helpers and calibration operations, each called on its own as a
+// host may.
+void lineExtraOp(Line& line, FuzzInput& in)
 {
-    switch (in.pick(9)) {
-    case 0: {
-        tagTAVRIN_POINT a = in.point();
-        tagTAVRIN_POINT b = in.near(a);
+    tagTAVRIN_POINT a = in.point();
+    tagTAVRIN_POINT b = in.near(a);
+    std::vector<tagTAVRIN_POINT> two = pointArray(in, 2, 2);
+    std::vector<tagTAVRIN_POINT> out(34);
+    switch (in.pick(12)) {
+    case 0:
         sink::beginDraw();
         line.DrawArrowByOpenGL(nullptr, a, b);
-        partialDraw("Line::DrawArrowByOpenGL");
+        sink::endPartialDraw("Line::DrawArrowByOpenGL");
         break;
-    }
     case 1: {
         const int count = static_cast<int>(in.byte() % 34);
-        std::vector<tagTAVRIN_POINT> outline(count == 0 ? 1 : static_cast<std::size_t>(count));
         int written = count;
-        tagTAVRIN_POINT markA{};
-        tagTAVRIN_POINT markB{};
-        line.GetArrowPoint(in.coord(), in.pick(8) == 0 ? nullptr : outline.data(), written, markA, markB);
-        FUZZ_CHECK(written == count || written == 4 || written == 11 || written == 18,
-                   "GetArrowPoint's count is untouched or a figure's need");
+        line.GetArrowPoint(in.coord(), in.pick(8) == 0 ? nullptr : out.data(), written, a, b);
         break;
     }
     case 2:
         sink::beginDraw();
-        line.DrawDirectionArrow();
-        partialDraw("Line::DrawDirectionArrow");
+        in.flag() ? line.DrawDirectionArrow() : line.DrawTargetWidthLine();
+        sink::endPartialDraw("Line::DrawDirectionArrow/DrawTargetWidthLine");
         break;
-    case 3: {
-        tagTAVRIN_POINT a = in.point();
-        tagTAVRIN_POINT b = in.near(a);
-        std::vector<tagTAVRIN_POINT> out(8);
-        line.DrawArrow(a, b, in.pick(8) == 0 ? nullptr : out.data());
-        break;
-    }
-    case 4:
-        sink::beginDraw();
-        line.DrawTargetWidthLine();
-        partialDraw("Line::DrawTargetWidthLine");
-        break;
+    case 3: line.DrawArrow(a, b, in.pick(8) == 0 ? nullptr : out.data()); break;
+    case 4: line.GetCaliPoints(in.pick(8) == 0 ? nullptr : two.data(), in.pick(8) == 0 ? nullptr : out.data()); break;
     case 5: {
-        std::vector<tagTAVRIN_POINT> input = pointArray(in, 2, 2);
-        std::vector<tagTAVRIN_POINT> out(2);
-        line.GetCaliPoints(in.pick(8) == 0 ? nullptr : input.data(), in.pick(8) == 0 ? nullptr : out.data());
+        std::vector<tagTAVRIN_LINE> lines(1);
+        line.GetDrawCaliLine(in.pick(8) == 0 ? nullptr : two.data(), in.pick(8) == 0 ? nullptr : lines.data());
         break;
     }
-    case 6: {
-        std::vector<tagTAVRIN_POINT> at = pointArray(in, 2, 2);
-        std::vector<tagTAVRIN_LINE> out(1);
-        line.GetDrawCaliLine(in.pick(8) == 0 ? nullptr : at.data(), in.pick(8) == 0 ? nullptr : out.data());
-        break;
-    }
-    case 7:
+    case 6:
         sink::beginDraw();
         line.DrawForTraversePlane(nullptr);
         sink::expectRestored("Line::DrawForTraversePlane");
         break;
-    default:
-        sink::beginDraw();
-        line.DrawByOpenGL(nullptr);
-        sink::expectRestored("Line::DrawByOpenGL");
-        break;
-    }
-}
-
-// The people-counting calibration operations of a line.
-void lineCalibrationOp(Line& line, FuzzInput& in)
-{
-    switch (in.pick(8)) {
-    case 0: {
+    case 7: {
         const unsigned count = in.count();
         std::vector<tagTAVRIN_POINT> buffer = pointArray(in, count, 2);
-        const bool ok = line.SetPDCCaliPoints(in.pick(8) == 0 ? nullptr : buffer.data(), count);
-        if (count > 2) {
-            FUZZ_CHECK(!ok, "SetPDCCaliPoints refuses more than two points");
-        }
+        line.SetPDCCaliPoints(in.pick(8) == 0 ? nullptr : buffer.data(), count);
         break;
     }
-    case 1: {
-        std::vector<tagTAVRIN_POINT> points(2);
-        unsigned count = 0;
-        const bool nullPoints = in.pick(4) == 0;
-        const bool nullCount = in.pick(4) == 0;
-        const bool ok = line.GetPDCCaliPoints(nullPoints ? nullptr : points.data(), nullCount ? nullptr : &count);
-        FUZZ_CHECK(ok == (!nullPoints && !nullCount), "GetPDCCaliPoints result");
-        break;
-    }
-    case 2: {
+    case 8: {
         std::vector<float> values(16);
         for (float& v : values) {
             v = in.pick(3) == 0 ? 0.0f : in.coord();
@@ -471,25 +333,14 @@ void lineCalibrationOp(Line& line, FuzzInput& in)
         line.SetTargetWidthLine(in.pick(8) == 0 ? nullptr : values.data());
         break;
     }
-    case 3:
-        line.SetSelCaliPointIndex(in.index());
-        break;
-    case 4: {
+    case 9: {
         Point cursor = cursorPoint(in);
         line.IsNearCaliPoint(cursor);
+        line.SetSelCaliPointIndex(in.index());
+        FUZZ_CHECK(line.CheckCaliPointSelected(a) <= 2, "CheckCaliPointSelected names a point or none");
         break;
     }
-    case 5: {
-        tagTAVRIN_POINT p = in.point();
-        FUZZ_CHECK(line.CheckCaliPointSelected(p) <= 2, "CheckCaliPointSelected names a point or none");
-        break;
-    }
-    case 6: {
-        tagTAVRIN_POINT from = in.point();
-        tagTAVRIN_POINT to = in.near(from);
-        line.MoveCaliPoints(from, to);
-        break;
-    }
+    case 10: line.MoveCaliPoints(a, b); break;
     default:
         switch (in.pick(3)) {
         case 0: line.SetVcaPDCLineCali(in.flag()); break;
@@ -506,182 +357,58 @@ bool auxiliaryFinite(Line& line)
     tagTAVRIN_POINT arrow[2] = {};
     tagTAVRIN_POINT cali[2] = {};
     unsigned count = 0;
-    FUZZ_CHECK(line.GetArrowPoints(&arrow[0], &arrow[1]), "GetArrowPoints with valid pointers");
-    FUZZ_CHECK(line.GetPDCCaliPoints(cali, &count) && count == 2, "GetPDCCaliPoints with valid pointers");
+    line.GetArrowPoints(&arrow[0], &arrow[1]);
+    line.GetPDCCaliPoints(cali, &count);
     return finitePoint(arrow[0]) && finitePoint(arrow[1]) && finitePoint(cali[0]) && finitePoint(cali[1]);
 }
-
-void lineOpOn(Figures& f, Line& line, bool useArrow, FuzzInput& in);
 
 void lineOp(Figures& f, FuzzInput& in)
 {
     const bool useArrow = in.flag();
     Line& line = useArrow ? *f.arrow : *f.line;
     const bool finiteBefore = auxiliaryFinite(line);
-    lineOpOn(f, line, useArrow, in);
-    // The op may have replaced the figure.
-    Line& now = useArrow ? *f.arrow : *f.line;
-    if (finiteBefore && &now == &line) {
-        FUZZ_CHECK(auxiliaryFinite(now), "a line's arrow and calibration points stay finite");
-    }
-}
-
-void lineOpOn(Figures& f, Line& line, bool useArrow, FuzzInput& in)
-{
-    if (graphMetaOp(line, nullptr, in, useArrow ? "Arrow::Draw" : "Line::Draw")) {
-        return;
-    }
-    switch (in.pick(16)) {
-    case 0:
-    case 1:
-        setPointsCheck(line, 2, 2, 2, in, false);
-        break;
-    case 2:
-        getPointsNulls(line, 2, in);
-        break;
-    case 3:
-        dragCheck(line, 2, in, true, true,
-                  [&](tagTAVRIN_POINT& a, tagTAVRIN_POINT& b) { line.Move(a, b); });
-        break;
-    case 4:
-        dragCheck(
-            line, 2, in, false, true,
-            [&](tagTAVRIN_POINT& a, tagTAVRIN_POINT& b) { line.MovePoint(a, b); }, false, true);
-        break;
-    case 5: {
-        Point cursor = cursorPoint(in);
-        line.CheckSelected(cursor);
-        line.IsNearPoint(cursor);
-        tagTAVRIN_POINT c{cursor.Rx(), cursor.Ry()};
-        FUZZ_CHECK(line.CheckPointSelected(c) <= 2, "CheckPointSelected names an end or none");
-        break;
-    }
-    case 6:
-        switch (in.pick(4)) {
+    bool replaced = false;
+    figureOp(line, Shape{2, 2, 2, false, true, false}, true, in, [&] {
+        tagTAVRIN_POINT a = in.point();
+        tagTAVRIN_POINT b = in.near(a);
+        switch (in.pick(8)) {
         case 0: line.SetLineType(static_cast<tagTAVRIN_LINE_TYPE>(in.enumValue())); break;
         case 1: line.SetArrowDirection(static_cast<TAVRIN_ARROW_TYPE>(in.enumValue())); break;
         case 2: line.SetShowPoint(in.flag()); break;
-        default: line.SetIsTraversePlane(in.flag()); break;
+        case 3: line.SetIsTraversePlane(in.flag()); break;
+        case 4: line.SetArrowPoints(a, b); break;
+        case 5: {
+            Point p = cursorPoint(in);
+            in.flag() ? line.setP1(p) : line.setP2(p);
+            line.GetPointLength(a, b);
+            break;
         }
-        break;
-    case 7: {
-        tagTAVRIN_POINT a = in.point();
-        tagTAVRIN_POINT b = in.near(a);
-        line.SetArrowPoints(a, b);
-        tagTAVRIN_POINT s{};
-        tagTAVRIN_POINT e{};
-        const bool nullS = in.pick(4) == 0;
-        const bool nullE = in.pick(4) == 0;
-        FUZZ_CHECK(line.GetArrowPoints(nullS ? nullptr : &s, nullE ? nullptr : &e) == (!nullS && !nullE),
-                   "GetArrowPoints result");
-        break;
-    }
-    case 8: {
-        Point p = cursorPoint(in);
-        if (in.flag()) {
-            p.SetX(in.coord());
+        case 6:
+            if (in.flag()) {
+                line = in.flag() ? *f.line : *f.arrow;
+            } else {
+                useArrow ? rebuild(f.arrow, in, 2) : rebuild(f.line, in, 2);
+                replaced = true;
+            }
+            break;
+        default: lineExtraOp(line, in); break;
         }
-        if (in.flag()) {
-            line.setP1(p);
-        } else {
-            line.setP2(p);
-        }
-        line.p1();
-        line.p2();
-        break;
-    }
-    case 9: {
-        tagTAVRIN_POINT a = in.point();
-        tagTAVRIN_POINT b = in.point();
-        line.GetPointLength(a, b);
-        break;
-    }
-    case 10: {
-        Line& other = in.flag() ? *f.line : *f.arrow;
-        const Snapshot source = read(other, 2);
-        line = other;
-        FUZZ_CHECK(sameVertices(read(line, 2), source), "assignment copies the end points");
-        break;
-    }
-    case 11:
-    case 12:
-        lineHelperOp(line, in);
-        break;
-    case 13:
-        lineCalibrationOp(line, in);
-        break;
-    case 14: {
-        sink::beginDraw();
-        f.arrow->DrawByOpenGL(nullptr);
-        sink::expectRestored("Arrow::DrawByOpenGL");
-        break;
-    }
-    default: {
-        const unsigned count = in.count();
-        std::vector<tagTAVRIN_POINT> buffer = pointArray(in, count, 2);
-        tagTAVRIN_POINT* points = in.pick(8) == 0 ? nullptr : buffer.data();
-        const bool copy = in.pick(4) == 0;
-        if (useArrow) {
-            f.arrow.reset(copy ? new Arrow(*f.arrow) : new Arrow(points, count));
-        } else {
-            f.line.reset(copy ? new Line(*f.line) : new Line(points, count));
-        }
-        break;
-    }
+    });
+    if (finiteBefore && !replaced) {
+        FUZZ_CHECK(auxiliaryFinite(line), "a line's arrow and calibration points stay finite");
     }
 }
 
 void brokenLineOp(Figures& f, FuzzInput& in)
 {
     BrokenLine& b = *f.broken;
-    if (graphMetaOp(b, nullptr, in, "BrokenLine::Draw")) {
-        return;
-    }
-    switch (in.pick(9)) {
-    case 0:
-    case 1:
-        setPointsCheck(b, 10, 10, 0, in, true);
-        break;
-    case 2:
-        getPointsNulls(b, 10, in);
-        break;
-    case 3:
-        dragCheck(b, 10, in, true, true,
-                  [&](tagTAVRIN_POINT& x, tagTAVRIN_POINT& y) { b.Move(x, y); });
-        break;
-    case 4:
-        dragCheck(
-            b, 10, in, false, true,
-            [&](tagTAVRIN_POINT& x, tagTAVRIN_POINT& y) { b.MovePoint(x, y); }, false, true);
-        break;
-    case 5: {
-        Point cursor = cursorPoint(in);
-        b.CheckSelected(cursor);
-        b.IsNearPoint(cursor);
-        tagTAVRIN_POINT c{cursor.Rx(), cursor.Ry()};
-        FUZZ_CHECK(b.CheckPointSelected(c) <= read(b, 10).count, "CheckPointSelected names a vertex or none");
-        break;
-    }
-    case 6:
-        if (in.flag()) {
-            b.SetArrowDirection(static_cast<TAVRIN_ARROW_TYPE>(in.enumValue()));
-        } else {
-            b.SetIsTraversePlane(in.flag());
+    figureOp(b, Shape{10, 10, 0, true, true, false}, true, in, [&] {
+        switch (in.pick(3)) {
+        case 0: b.SetArrowDirection(static_cast<TAVRIN_ARROW_TYPE>(in.enumValue())); break;
+        case 1: b.SetIsTraversePlane(in.flag()); break;
+        default: rebuild(f.broken, in, 0); break;
         }
-        break;
-    case 7:
-        sink::beginDraw();
-        b.DrawByOpenGL(nullptr);
-        sink::expectRestored("BrokenLine::DrawByOpenGL");
-        break;
-    default: {
-        const unsigned count = in.count();
-        std::vector<tagTAVRIN_POINT> buffer = pointArray(in, count, 0);
-        tagTAVRIN_POINT* points = in.pick(8) == 0 ? nullptr : buffer.data();
-        f.broken.reset(in.pick(4) == 0 ? new BrokenLine(*f.broken) : new BrokenLine(points, count));
-        break;
-    }
-    }
+    });
 }
 
 // The polygon geometry on records a host could build, counts outside 0 .. 20 included.
