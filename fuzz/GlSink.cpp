@@ -5,6 +5,7 @@
 #include <GL/gl.h>
 
 #include <cmath>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 
@@ -12,81 +13,132 @@ namespace sink {
 
 namespace {
 
-// The capabilities the library may enable, as bits.
-enum : unsigned {
-    kBlend = 1u << 0,
-    kPointSmooth = 1u << 1,
-    kLineSmooth = 1u << 2,
-    kPolygonSmooth = 1u << 3,
-};
-
 const int kMaxLiveLists = 8;
 
 struct State {
-    Counters counters;
-    unsigned enabled = 0;
+    unsigned enabled = 0;               ///< one bit per capability the library uses
     std::uint32_t color = 0xffffffffu;  ///< 0xRRGGBBAA
-    float tx = 0.0f;
-    float ty = 0.0f;
-    float tz = 0.0f;
+    float translation[3] = {};
     bool inBatch = false;
-    GLuint nextList = 1;
     GLuint live[kMaxLiveLists] = {};
     int liveCount = 0;
 };
 
-State& state()
-{
-    static State s;
-    return s;
-}
+State g_state;
+
+// Where glBitmap's reads go, so they are not optimised away.
+volatile unsigned g_bitmapSum = 0;
 
 unsigned capabilityBit(GLenum cap)
 {
     switch (cap) {
-    case GL_BLEND: return kBlend;
-    case GL_POINT_SMOOTH: return kPointSmooth;
-    case GL_LINE_SMOOTH: return kLineSmooth;
-    case GL_POLYGON_SMOOTH: return kPolygonSmooth;
-    default: break;
-    }
-    fail("glEnable/glDisable", "a capability the library never uses");
-}
-
-// Every call but glVertex2f is made outside glBegin/glEnd.
-void outsideBatch(const char* call)
-{
-    ++state().counters.calls;
-    if (state().inBatch) {
-        fail(call, "called between glBegin and glEnd");
+    case GL_BLEND: return 1u;
+    case GL_POINT_SMOOTH: return 2u;
+    case GL_LINE_SMOOTH: return 4u;
+    case GL_POLYGON_SMOOTH: return 8u;
+    default: fail("glEnable/glDisable", "a capability the library never uses");
     }
 }
 
-void finite(const char* call, float v)
+bool finite(const float* v, int n)
 {
-    if (!std::isfinite(v)) {
-        fail(call, "argument is not finite");
+    for (int i = 0; i < n; ++i) {
+        if (!std::isfinite(v[i])) {
+            return false;
+        }
     }
+    return true;
 }
 
 int findLive(GLuint list)
 {
-    for (int i = 0; i < state().liveCount; ++i) {
-        if (state().live[i] == list) {
+    for (int i = 0; i < g_state.liveCount; ++i) {
+        if (g_state.live[i] == list) {
             return i;
         }
     }
     return -1;
 }
 
-// Where glBitmap's reads go, so they are not optimised away.
-volatile unsigned g_bitmapSum = 0;
+void onLists(const fakegl::Call& c)
+{
+    using fakegl::Op;
+    const int at = findLive(c.op == Op::GenLists ? c.u[1] : c.u[0]);
+    if (c.op == Op::GenLists) {
+        FUZZ_CHECK(c.u[0] == 1 && g_state.liveCount < kMaxLiveLists, "glGenLists: one list, few at once");
+        g_state.live[g_state.liveCount++] = c.u[1];
+        return;
+    }
+    FUZZ_CHECK(at >= 0, "glCallList/glDeleteLists: a reserved list");
+    if (c.op == Op::DeleteLists) {
+        FUZZ_CHECK(c.u[1] == 1, "glDeleteLists: one list");
+        g_state.live[at] = g_state.live[--g_state.liveCount];
+    }
+}
 
-bool identity() { return state().tx == 0.0f && state().ty == 0.0f && state().tz == 0.0f; }
+void onBitmap(const fakegl::Call& c, const fakegl::CallExtra& extra)
+{
+    const auto width = static_cast<std::int32_t>(c.u[0]);
+    const auto height = static_cast<std::int32_t>(c.u[1]);
+    const float moves[4] = {extra.xorig, extra.yorig, c.f[0], c.f[1]};
+    FUZZ_CHECK(width >= 0 && height >= 0 && finite(moves, 4), "glBitmap: a size and finite moves");
+    if (width == 0 || height == 0) {
+        return;
+    }
+    FUZZ_CHECK(extra.bits != nullptr, "glBitmap: bits for a glyph");
+    // Read every byte GL would read with the default unpack alignment of 4, so the
+    // address sanitizer sees a short buffer.
+    const long rowBytes = ((static_cast<long>(width) + 7) / 8 + 3) / 4 * 4;
+    unsigned sum = 0;
+    for (long i = 0; i < rowBytes * height; ++i) {
+        sum += extra.bits[i];
+    }
+    g_bitmapSum = sum;
+}
+
+void onCall(const fakegl::Call& c, const fakegl::CallExtra& extra)
+{
+    using fakegl::Op;
+    if (c.op != Op::Vertex && c.op != Op::End) {
+        FUZZ_CHECK(!g_state.inBatch, "only glVertex2f and glEnd between glBegin and glEnd");
+    }
+    switch (c.op) {
+    case Op::LoadIdentity: g_state.translation[0] = g_state.translation[1] = g_state.translation[2] = 0.0f; break;
+    case Op::Translate:
+        FUZZ_CHECK(finite(c.f, 3), "glTranslatef: finite");
+        for (int i = 0; i < 3; ++i) {
+            g_state.translation[i] += c.f[i];
+        }
+        break;
+    case Op::Begin:
+        FUZZ_CHECK(c.u[0] == GL_POINTS || c.u[0] == GL_LINES || c.u[0] == GL_LINE_LOOP || c.u[0] == GL_POLYGON,
+                   "glBegin: a mode the library uses");
+        g_state.inBatch = true;
+        break;
+    case Op::End:
+        FUZZ_CHECK(g_state.inBatch, "glEnd after glBegin");
+        g_state.inBatch = false;
+        break;
+    case Op::Vertex: FUZZ_CHECK(g_state.inBatch && finite(c.f, 2), "glVertex2f: finite, inside a batch"); break;
+    case Op::Enable: g_state.enabled |= capabilityBit(c.u[0]); break;
+    case Op::Disable: g_state.enabled &= ~capabilityBit(c.u[0]); break;
+    case Op::Color: g_state.color = c.u[0]; break;
+    case Op::LineWidth:
+    case Op::PointSize: FUZZ_CHECK(finite(c.f, 1), "glLineWidth/glPointSize: finite"); break;
+    case Op::RasterPos: FUZZ_CHECK(finite(c.f, 2), "glRasterPos2f: finite"); break;
+    case Op::GenLists:
+    case Op::CallList:
+    case Op::DeleteLists: onLists(c); break;
+    case Op::Bitmap: onBitmap(c, extra); break;
+    case Op::PixelStore: fail("glPixelStorei", "never called"); break;
+    case Op::Hint:
+    case Op::BlendFunc: break;
+    }
+}
+
+const bool g_listening = (fakegl::listen(&onCall), true);
 
 }  // namespace
-
-const Counters& counters() { return state().counters; }
 
 void fail(const char* what, const char* detail)
 {
@@ -94,195 +146,21 @@ void fail(const char* what, const char* detail)
     std::abort();
 }
 
-void beginDraw()
-{
-    State& s = state();
-    s.enabled = 0;
-    s.color = 0xffffffffu;
-    s.tx = s.ty = s.tz = 0.0f;
-    s.inBatch = false;
-    s.liveCount = 0;
-}
+void beginDraw() { g_state = State(); }
 
 void expectRestored(const char* what)
 {
-    const State& s = state();
-    if (s.inBatch) {
-        fail(what, "glBegin without glEnd");
-    }
-    if (s.enabled != 0) {
-        fail(what, "blending or smoothing left enabled");
-    }
-    if (s.color != 0xffffffffu) {
-        fail(what, "colour not restored to opaque white");
-    }
-    if (!identity()) {
-        fail(what, "matrix not restored to the identity");
-    }
-    if (s.liveCount != 0) {
-        fail(what, "display list left reserved");
-    }
+    const State& s = g_state;
+    const bool identity = s.translation[0] == 0.0f && s.translation[1] == 0.0f && s.translation[2] == 0.0f;
+    FUZZ_CHECK(!s.inBatch && s.liveCount == 0, what);
+    FUZZ_CHECK(s.enabled == 0 && s.color == 0xffffffffu && identity,
+               "blending and smoothing off, opaque white and the identity restored");
 }
 
 void endPartialDraw(const char* what)
 {
-    if (state().inBatch) {
-        fail(what, "glBegin without glEnd");
-    }
-    if (state().liveCount != 0) {
-        fail(what, "display list left reserved");
-    }
+    FUZZ_CHECK(!g_state.inBatch && g_state.liveCount == 0, what);
     beginDraw();
 }
-
-}  // namespace sink
-
-namespace sink {
-
-namespace {
-
-void onMatrix(const fakegl::Call& c)
-{
-    using fakegl::Op;
-    outsideBatch(c.op == Op::LoadIdentity ? "glLoadIdentity" : "glTranslatef");
-    if (c.op == Op::LoadIdentity) {
-        state().tx = state().ty = state().tz = 0.0f;
-        return;
-    }
-    for (float v : c.f) {
-        finite("glTranslatef", v);
-    }
-    state().tx += c.f[0];
-    state().ty += c.f[1];
-    state().tz += c.f[2];
-}
-
-void onBatch(const fakegl::Call& c)
-{
-    using fakegl::Op;
-    ++state().counters.calls;
-    switch (c.op) {
-    case Op::Begin:
-        if (state().inBatch) {
-            fail("glBegin", "called between glBegin and glEnd");
-        }
-        if (c.u[0] != GL_POINTS && c.u[0] != GL_LINES && c.u[0] != GL_LINE_LOOP && c.u[0] != GL_POLYGON) {
-            fail("glBegin", "a primitive mode the library never uses");
-        }
-        state().inBatch = true;
-        ++state().counters.batches;
-        break;
-    case Op::End:
-        if (!state().inBatch) {
-            fail("glEnd", "without glBegin");
-        }
-        state().inBatch = false;
-        break;
-    default:
-        ++state().counters.vertices;
-        if (!state().inBatch) {
-            fail("glVertex2f", "outside glBegin/glEnd");
-        }
-        finite("glVertex2f", c.f[0]);
-        finite("glVertex2f", c.f[1]);
-        break;
-    }
-}
-
-void onLists(const fakegl::Call& c)
-{
-    using fakegl::Op;
-    outsideBatch("display list call");
-    const int at = findLive(c.u[0]);
-    if (c.op == Op::GenLists) {
-        if (c.u[0] != 1) {
-            fail("glGenLists", "range other than 1");
-        }
-        if (state().liveCount == kMaxLiveLists) {
-            fail("glGenLists", "too many display lists reserved at once");
-        }
-        state().live[state().liveCount++] = c.u[1];
-    } else if (at < 0) {
-        fail("glCallList/glDeleteLists", "list not reserved");
-    } else if (c.op == Op::DeleteLists) {
-        if (c.u[1] != 1) {
-            fail("glDeleteLists", "range other than 1");
-        }
-        state().live[at] = state().live[--state().liveCount];
-    }
-}
-
-void onBitmap(const fakegl::Call& c, const fakegl::CallExtra& extra)
-{
-    outsideBatch("glBitmap");
-    ++state().counters.bitmaps;
-    const auto width = static_cast<std::int32_t>(c.u[0]);
-    const auto height = static_cast<std::int32_t>(c.u[1]);
-    if (width < 0 || height < 0) {
-        fail("glBitmap", "negative size");
-    }
-    finite("glBitmap", extra.xorig);
-    finite("glBitmap", extra.yorig);
-    finite("glBitmap", c.f[0]);
-    finite("glBitmap", c.f[1]);
-    if (width > 0 && height > 0) {
-        if (extra.bits == nullptr) {
-            fail("glBitmap", "null bits for a glyph");
-        }
-        // Read every byte GL would read with the default unpack alignment of 4, so the
-        // address sanitizer sees a short buffer.
-        const long rowBytes = ((static_cast<long>(width) + 7) / 8 + 3) / 4 * 4;
-        unsigned sum = 0;
-        for (long i = 0; i < rowBytes * height; ++i) {
-            sum += extra.bits[i];
-        }
-        g_bitmapSum = sum;
-    }
-}
-
-// Checks every call: the state a draw may touch, finite arguments, batches well formed,
-// display lists reserved before use and released after.
-void onCall(const fakegl::Call& c, const fakegl::CallExtra& extra)
-{
-    using fakegl::Op;
-    switch (c.op) {
-    case Op::LoadIdentity:
-    case Op::Translate: onMatrix(c); break;
-    case Op::Begin:
-    case Op::End:
-    case Op::Vertex: onBatch(c); break;
-    case Op::GenLists:
-    case Op::CallList:
-    case Op::DeleteLists: onLists(c); break;
-    case Op::Bitmap: onBitmap(c, extra); break;
-    case Op::Enable:
-        outsideBatch("glEnable");
-        state().enabled |= capabilityBit(c.u[0]);
-        break;
-    case Op::Disable:
-        outsideBatch("glDisable");
-        state().enabled &= ~capabilityBit(c.u[0]);
-        break;
-    case Op::Color:
-        outsideBatch("glColor4ub");
-        state().color = c.u[0];
-        break;
-    case Op::LineWidth:
-    case Op::PointSize:
-    case Op::RasterPos:
-        outsideBatch("glLineWidth/glPointSize/glRasterPos2f");
-        finite("glLineWidth/glPointSize/glRasterPos2f", c.f[0]);
-        finite("glRasterPos2f", c.f[1]);
-        state().counters.rasterPositions += c.op == Op::RasterPos;
-        break;
-    case Op::Hint:
-    case Op::BlendFunc: outsideBatch("glHint/glBlendFunc"); break;
-    case Op::PixelStore: fail("glPixelStorei", "never called"); break;
-    }
-}
-
-const bool g_listening = (fakegl::listen(&onCall), true);
-
-}  // namespace
 
 }  // namespace sink

@@ -2,23 +2,11 @@
 #define TAVRIN_FUZZ_GLSINK_H
 
 // The checking sink: the listener of the fake GL (tests/support/FakeGl.h) in the fuzz
-// harness. Calls are checked and counted, not recorded. A sink check that fails aborts
-// the run with a message, which libFuzzer reports as a crash.
-
-#include <cstdint>
+// harness. Every call is checked, none recorded: finite arguments, batches well formed,
+// only the capabilities and modes the library uses, display lists reserved before use.
+// A check that fails aborts the run with a message, which libFuzzer reports as a crash.
 
 namespace sink {
-
-struct Counters {
-    std::uint64_t calls = 0;
-    std::uint64_t vertices = 0;
-    std::uint64_t batches = 0;
-    std::uint64_t rasterPositions = 0;
-    std::uint64_t bitmaps = 0;
-};
-
-/// Totals over the whole process.
-const Counters& counters();
 
 /// Starts a draw from a clean context: opaque white, identity, nothing enabled, no open
 /// batch, no display list reserved.

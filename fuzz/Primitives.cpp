@@ -3,6 +3,7 @@
 // and checked around every edit, and every draw checked by the GL sink.
 
 #include "Harness.h"
+#include "support/FakeGl.h"
 
 #include <Tavrin/Tavrin.h>
 
@@ -206,9 +207,9 @@ void pointOp(Figures& f, FuzzInput& in)
         break;
     }
     case 5: {
-        const std::uint64_t calls = sink::counters().calls;
+        const std::uint64_t calls = fakegl::callCount();
         point.DrawByGdi(nullptr);
-        FUZZ_CHECK(sink::counters().calls == calls, "DrawByGdi draws nothing");
+        FUZZ_CHECK(fakegl::callCount() == calls, "DrawByGdi draws nothing");
         break;
     }
     case 6: f.circle->SetRadius(in.pick(4) == 0 ? in.u32() : in.byte()); break;
