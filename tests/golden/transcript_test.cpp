@@ -12,6 +12,7 @@
 
 #include <Tavrin/Tavrin.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
@@ -93,17 +94,25 @@ private:
 
 tagTAVRIN_POINT at(float x, float y) { return tagTAVRIN_POINT{x, y}; }
 
+// GetPoints into a buffer of sentinels: the vertices reported, and how many entries past
+// them it cleared.
 template <class T>
 void readBack(Transcript& t, T& f, const char* after)
 {
-    tagTAVRIN_POINT out[20] = {};
+    tagTAVRIN_POINT out[20];
+    std::fill(out, out + 20, tagTAVRIN_POINT{7.0f, 7.0f});
     unsigned int count = 0;
     const bool ok = f.GetPoints(out, &count);
     std::string line = std::string(after) + ": " + (ok ? "" : "GetPoints refused ");
-    for (unsigned int i = 0; i < count && i < 20; ++i) {
-        line += str(out[i]) + " ";
+    unsigned int cleared = 0;
+    for (unsigned int i = 0; i < 20; ++i) {
+        if (i < count) {
+            line += str(out[i]) + " ";
+        } else {
+            cleared += out[i].x != 7.0f;
+        }
     }
-    t.say(line, "sel=", f.GetSelPointIndex(), " null=", f.IsNull());
+    t.say(line, "cleared=", cleared, " sel=", f.GetSelPointIndex(), " null=", f.IsNull());
 }
 
 template <class T>
@@ -241,6 +250,25 @@ void calibrationCalls(Transcript& t, VcaObject& f)
     t.say(line);
 }
 
+// SetPoints with what it must refuse, and GetPoints with null buffers; what it keeps.
+template <class T>
+void refusals(Transcript& t, T& f)
+{
+    tagTAVRIN_POINT many[21];
+    for (int i = 0; i < 21; ++i) {
+        many[i] = at(0.3f + 0.01f * i, 0.4f + 0.005f * (i % 3));
+    }
+    tagTAVRIN_POINT withNaN[3] = {at(0.3f, 0.3f), at(std::nanf(""), 0.4f), at(0.4f, 0.5f)};
+    tagTAVRIN_POINT out[20] = {};
+    unsigned int count = 0;
+    t.say("refusals: null ", f.SetPoints(nullptr, 2), " 21 ", f.SetPoints(many, 21), " 11 ", f.SetPoints(many, 11),
+          " NaN ", f.SetPoints(withNaN, 3), " get ", f.GetPoints(nullptr, &count), f.GetPoints(out, nullptr));
+    readBack(t, f, "after refusals");
+    const bool emptied = f.SetPoints(many, 0);
+    readBack(t, f, emptied ? "emptied" : "empty refused");
+    draw(t, f, 640, 480);
+}
+
 /// The whole script for one configured figure in a 640 x 480 view.
 template <class T>
 void exercise(Transcript& t, T& f)
@@ -262,6 +290,7 @@ void exercise(Transcript& t, T& f)
     calibrationCalls(t, f);
     f.SetObjStatus(TAVRIN_OBJ_STATUS_SELECTED);
     draw(t, f, w, h);
+    refusals(t, f);
 }
 
 template <class T>
@@ -519,6 +548,18 @@ const Case kCases[] = {
     {"ItsCaliOpen", [](Transcript& t) { itsCali(t, false); }, false},
     {"PupilDistance", [](Transcript& t) { pupil(t, kSteepLine); }, false},
     {"PupilDistanceFlat", [](Transcript& t) { pupil(t, kFlatLine); }, false},
+    {"ShieldRegionFar",
+     [](Transcript& t) {
+         region<ShieldRegion>(t, {at(-3e38f, 0.2f), at(0.6f, 3e38f), at(0.5f, 0.5f), at(0.2f, 0.6f)}, true, "Zone");
+     },
+     true},
+    {"VcaRuleLineFar",
+     [](Transcript& t) {
+         vcaRule(t, TAVRIN_RULE_LINE, {at(-3e38f, 0.2f), at(3e38f, 0.7f)}, TAVRIN_ARROW_BOTH, false,
+                 TAVRIN_LINE_ARROW);
+     },
+     true},
+    {"PupilDistanceFar", [](Transcript& t) { pupil(t, {at(-3e38f, 0.2f), at(3e38f, 0.7f)}); }, false},
     {"BinoCali", [](Transcript& t) { single(t, true); }, false},
     {"LfCali", [](Transcript& t) { single(t, false); }, false},
 };
@@ -534,6 +575,11 @@ std::vector<std::string> lines(const std::string& text)
     }
     return out;
 }
+
+// Text rendering is off until a host turns it on; read before any test can touch it.
+const bool g_textOffAtStart = !TextRendering::IsEnabled();
+
+TEST(TextRenderingSwitch, OffUntilAHostTurnsItOn) { EXPECT_TRUE(g_textOffAtStart); }
 
 class TranscriptTest : public GlTest, public ::testing::WithParamInterface<Case> {};
 
