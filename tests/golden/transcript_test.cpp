@@ -233,6 +233,21 @@ void labelBoxes(Transcript& t, VcaObject& f)
     t.say(line);
 }
 
+// The label as GetLabelText gives it to buffers of 20 and 4 bytes ('_' for a zero byte).
+void labelText(Transcript& t, VcaObject& f)
+{
+    std::string line = "label:";
+    for (unsigned int size : {20u, 4u}) {
+        char buffer[20];
+        std::fill(buffer, buffer + 20, '?');
+        line += std::string(" ") + (f.GetLabelText(buffer, size) ? "" : "refused ");
+        for (char c : buffer) {
+            line += c == '\0' ? '_' : c;
+        }
+    }
+    t.say(line, f.GetLabelText(nullptr, 4) || f.GetLabelText(line.data(), 0) ? " null accepted" : "");
+}
+
 void calibrationCalls(Transcript& t, VcaObject& f)
 {
     tagTAVRIN_POINT probe[] = {at(0.3f, 0.3f), at(0.5f, 0.5f), at(0.7f, 0.4f)};
@@ -286,6 +301,7 @@ void exercise(Transcript& t, T& f)
     hitGrid(t, f);
     boundaryProbes(t, f, vertices(f), w, h);
     labelBoxes(t, f);
+    labelText(t, f);
     drags(t, f);
     calibrationCalls(t, f);
     f.SetObjStatus(TAVRIN_OBJ_STATUS_SELECTED);
