@@ -20,6 +20,7 @@
 #include <fstream>
 #include <functional>
 #include <sstream>
+#include <type_traits>
 
 using namespace Tavrin;
 
@@ -124,7 +125,20 @@ std::vector<tagTAVRIN_POINT> vertices(T& f)
     return std::vector<tagTAVRIN_POINT>(out, out + std::min(count, 20u));
 }
 
-void draw(Transcript& t, VcaObject& f, int w, int h)
+// CheckSelected of a figure (a picture point) or of a primitive (a Point).
+template <class F>
+bool selects(F& f, tagTAVRIN_POINT p)
+{
+    if constexpr (std::is_base_of_v<VcaObject, F>) {
+        return f.CheckSelected(p);
+    } else {
+        Point cursor(&p);
+        return f.CheckSelected(cursor);
+    }
+}
+
+template <class F>
+void draw(Transcript& t, F& f, int w, int h)
 {
     rec::gl().reset();
     f.Draw(nullptr, w, h, true);
@@ -134,7 +148,8 @@ void draw(Transcript& t, VcaObject& f, int w, int h)
 
 // CheckSelected over a 24 x 24 grid of cell centres: '#' hit, '.' miss; the digit of
 // CheckPointSelected where it names a vertex.
-void hitGrid(Transcript& t, VcaObject& f)
+template <class F>
+void hitGrid(Transcript& t, F& f)
 {
     t.say("hits:");
     for (int row = 0; row < 24; ++row) {
@@ -142,7 +157,7 @@ void hitGrid(Transcript& t, VcaObject& f)
         for (int col = 0; col < 24; ++col) {
             tagTAVRIN_POINT p = at((col + 0.5f) / 24.0f, (row + 0.5f) / 24.0f);
             const unsigned int vertex = f.CheckPointSelected(p);
-            const bool hit = f.CheckSelected(p);
+            const bool hit = selects(f, p);
             line += vertex != 0 ? static_cast<char>('0' + vertex % 10) : (hit ? '#' : '.');
         }
         t.say(line);
@@ -150,7 +165,8 @@ void hitGrid(Transcript& t, VcaObject& f)
 }
 
 // The vertex test's box edge (0.02 either side) and the edge test's pixel margins.
-void boundaryProbes(Transcript& t, VcaObject& f, const std::vector<tagTAVRIN_POINT>& v, int w, int h)
+template <class F>
+void boundaryProbes(Transcript& t, F& f, const std::vector<tagTAVRIN_POINT>& v, int w, int h)
 {
     static const float kVertexOffsets[] = {0.0f, 0.0199f, 0.02f, 0.0201f, -0.0199f, -0.0201f};
     std::string line = "vertex probes:";
@@ -177,7 +193,7 @@ void boundaryProbes(Transcript& t, VcaObject& f, const std::vector<tagTAVRIN_POI
             for (float along : {0.25f, 0.5f, 1.02f}) {
                 tagTAVRIN_POINT p = at(a.x + (b.x - a.x) * along - dy / len * off / w,
                                        a.y + (b.y - a.y) * along + dx / len * off / h);
-                line += f.CheckSelected(p) ? '#' : '.';
+                line += selects(f, p) ? '#' : '.';
             }
         }
         line += ' ';
@@ -197,6 +213,11 @@ void drags(Transcript& t, T& f)
                           {at(0.5f, 0.5f), at(0.45f, 0.56f), "move (-0.05,+0.06)"},
                           {at(0.5f, 0.5f), at(-0.6f, 0.5f), "move out left"},
                           {at(0.5f, 0.5f), at(0.5f, 1.7f), "move out down"},
+                          {at(0.5f, 0.5f), at(1.3f, 0.5f), "move out right"},
+                          {at(0.5f, 0.5f), at(0.5f, 0.78f), "move down 0.28"},
+                          {at(0.5f, 0.5f), at(0.78f, 0.5f), "move right 0.28"},
+                          {at(0.5f, 0.5f), at(0.5f, 0.22f), "move up 0.28"},
+                          {at(0.5f, 0.5f), at(0.22f, 0.5f), "move left 0.28"},
                           {at(0.5f, 0.5f), at(nan, 0.5f), "move to NaN"}};
     for (Drag d : whole) {
         f.Move(d.from, d.to);
@@ -279,17 +300,22 @@ void refusals(Transcript& t, T& f)
     t.say("refusals: null ", f.SetPoints(nullptr, 2), " 21 ", f.SetPoints(many, 21), " 11 ", f.SetPoints(many, 11),
           " NaN ", f.SetPoints(withNaN, 3), " get ", f.GetPoints(nullptr, &count), f.GetPoints(out, nullptr));
     readBack(t, f, "after refusals");
+    tagTAVRIN_POINT zeros[3] = {};
+    t.say("zeros ", f.SetPoints(zeros, 3));
+    readBack(t, f, "zeros");
     const bool emptied = f.SetPoints(many, 0);
     readBack(t, f, emptied ? "emptied" : "empty refused");
     draw(t, f, 640, 480);
 }
 
-/// The whole script for one configured figure in a 640 x 480 view.
+/// What every figure and primitive goes through in a 640 x 480 view: draws in each look
+/// and without a view size, hit tests, drags and refusals.
 template <class T>
-void exercise(Transcript& t, T& f)
+void exerciseShape(Transcript& t, T& f, void (*extra)(Transcript&, T&) = nullptr)
 {
     const int w = 640;
     const int h = 480;
+    f.SetWndSize(w, h);
     readBack(t, f, "set");
     for (tagTAVRIN_OBJ_STATUS s :
          {TAVRIN_OBJ_STATUS_NORMAL, TAVRIN_OBJ_STATUS_SELECTED, TAVRIN_OBJ_STATUS_HIGHLIGHTED}) {
@@ -300,13 +326,24 @@ void exercise(Transcript& t, T& f)
     draw(t, f, w, h);
     hitGrid(t, f);
     boundaryProbes(t, f, vertices(f), w, h);
-    labelBoxes(t, f);
-    labelText(t, f);
+    if (extra != nullptr) {
+        extra(t, f);
+    }
     drags(t, f);
-    calibrationCalls(t, f);
     f.SetObjStatus(TAVRIN_OBJ_STATUS_SELECTED);
     draw(t, f, w, h);
     refusals(t, f);
+}
+
+/// The whole script for one configured analytics object.
+template <class T>
+void exercise(Transcript& t, T& f)
+{
+    exerciseShape<T>(t, f, [](Transcript& tr, T& o) {
+        labelBoxes(tr, o);
+        labelText(tr, o);
+        calibrationCalls(tr, o);
+    });
 }
 
 template <class T>
@@ -372,7 +409,10 @@ void pdcRule(Transcript& t, bool lineMode, bool cali)
     f->SetSelCaliPointIndex(cali ? 2 : 0);
     float widths[16] = {0.1f, 0.2f, 0.3f, 0.15f, 0.4f, 0.5f, 0.2f, 0.05f};
     f->SetTargetWidthLine(widths);
-    tagTAVRIN_POINT single = at(0.7f, 0.2f);
+    tagTAVRIN_POINT singles[2] = {at(std::nanf(""), 0.2f), at(0.7f, 0.2f)};
+    t.say("single refusals: null ", f->SetSinglePoints(nullptr, 1), " two ", f->SetSinglePoints(singles + 1, 2),
+          " NaN ", f->SetSinglePoints(singles, 1));
+    tagTAVRIN_POINT single = singles[1];
     f->SetSinglePoints(&single, 1);
     char text[] = "12";
     f->SetText(text);
@@ -395,7 +435,11 @@ void sizeFilter(Transcript& t, tagTAVRIN_SIZE_FILTER_TYPE type, int scheme, bool
     tagTAVRIN_POINT a = at(0.3f, 0.35f);
     tagTAVRIN_POINT b = at(0.55f, 0.6f);
     if (byDiagonal) {
-        f->SetDiagonal(a, b);
+        // Past the picture's corner first (a square is bounded by the view), then in it.
+        tagTAVRIN_POINT far = at(1.6f, 1.9f);
+        t.say("diagonal ", f->SetDiagonal(a, far));
+        readBack(t, *f, "past the corner");
+        t.say("diagonal ", f->SetDiagonal(a, b));
     } else {
         tagTAVRIN_POINT corners[4] = {a, at(0.55f, 0.35f), b, at(0.3f, 0.6f)};
         f->SetPoints(corners, 4);
@@ -447,8 +491,8 @@ void itsCali(Transcript& t, bool closed)
     f->SetHeightlabelText(height, 3);
     t.say("closed ", f->GetClosed());
     exercise(t, *f);
-    std::vector<tagTAVRIN_POINT> v = vertices(*f);
-    t.say("top vertex ", f->GetMinYPoint(v.data(), static_cast<unsigned int>(v.size())));
+    tagTAVRIN_POINT v[4] = {at(0.3f, 0.5f), at(0.4f, 0.2f), at(0.5f, 0.1f), at(0.6f, 0.1f)};
+    t.say("top vertex ", f->GetMinYPoint(v, 4), " of 3 ", f->GetMinYPoint(v, 3));
 }
 
 void pupil(Transcript& t, std::initializer_list<tagTAVRIN_POINT> points)
@@ -474,6 +518,26 @@ void single(Transcript& t, bool bino)
     }
 }
 
+// A primitive made from its vertex array, as the figures make theirs; a line also gets its
+// ends through setP1/setP2 and reads a three-entry array as its first two.
+template <class T>
+void primitive(Transcript& t, std::initializer_list<tagTAVRIN_POINT> points)
+{
+    std::vector<tagTAVRIN_POINT> v(points);
+    T f(v.data(), static_cast<unsigned int>(v.size()));
+    exerciseShape<T>(t, f);
+    if constexpr (std::is_base_of_v<Line, T>) {
+        tagTAVRIN_POINT three[3] = {at(0.1f, 0.2f), at(0.3f, 0.4f), at(0.5f, 0.6f)};
+        t.say("three ", f.SetPoints(three, 3));
+        readBack(t, f, "three");
+        tagTAVRIN_POINT a = at(0.25f, 0.35f);
+        tagTAVRIN_POINT b = at(0.45f, 0.55f);
+        f.setP1(Point(&a));
+        f.setP2(Point(&b));
+        readBack(t, f, "ends");
+    }
+}
+
 struct Case {
     const char* name;
     std::function<void(Transcript&)> run;
@@ -482,6 +546,16 @@ struct Case {
 
 const Case kCases[] = {
     {"ShieldRegionConcave", [](Transcript& t) { region<ShieldRegion>(t, kConcave, true, "Zone"); }, false},
+    {"ShieldRegionOpen", [](Transcript& t) { region<ShieldRegion>(t, kConcave, false, nullptr); }, false},
+    {"ReferenceRegionOpen", [](Transcript& t) { region<ReferenceRegion>(t, kConcave, false, nullptr); }, false},
+    {"PolygonPrimitive", [](Transcript& t) { primitive<Polygon>(t, kConcave); }, false},
+    {"RectanglePrimitive", [](Transcript& t) { primitive<Rectangle>(t, {at(0.3f, 0.3f), at(0.6f, 0.3f),
+                                                                       at(0.6f, 0.5f), at(0.3f, 0.5f)}); }, false},
+    {"SquarePrimitive", [](Transcript& t) { primitive<Square>(t, {at(0.3f, 0.3f), at(0.6f, 0.3f),
+                                                                 at(0.6f, 0.5f), at(0.3f, 0.5f)}); }, false},
+    {"LinePrimitive", [](Transcript& t) { primitive<Line>(t, kSteepLine); }, false},
+    {"ArrowPrimitive", [](Transcript& t) { primitive<Arrow>(t, kFlatLine); }, false},
+    {"BrokenLinePrimitive", [](Transcript& t) { primitive<BrokenLine>(t, kBroken); }, false},
     {"ShieldRegionBowTie", [](Transcript& t) { region<ShieldRegion>(t, kBowTie, true, nullptr); }, false},
     {"ReferenceRegion", [](Transcript& t) { region<ReferenceRegion>(t, kConcave, true, "Zone"); }, true},
     {"EnterRegionOpen", [](Transcript& t) { region<EnterRegion>(t, kConcave, false, "Zone"); }, false},

@@ -111,48 +111,8 @@ inline std::vector<std::string> concat(std::initializer_list<std::vector<std::st
     return out;
 }
 
-/// No vertex and no raster position emitted since the last reset is NaN or infinite.
-inline bool everythingFinite()
-{
-    for (const rec::Batch& b : rec::gl().batches) {
-        for (const tagTAVRIN_POINT& v : b.vertices) {
-            if (!std::isfinite(v.x) || !std::isfinite(v.y)) {
-                return false;
-            }
-        }
-    }
-    for (const rec::RasterText& t : rec::gl().texts) {
-        if (!std::isfinite(t.position.x) || !std::isfinite(t.position.y)) {
-            return false;
-        }
-    }
-    return true;
-}
 
-/// The colour current at each glRasterPos2f, in order: the colour of each label text.
-inline std::vector<std::string> textColors()
-{
-    std::vector<std::string> out;
-    std::string color = "glColor4ub(255,255,255,255)";
-    for (const std::string& call : rec::gl().calls) {
-        if (call.rfind("glColor4ub(", 0) == 0) {
-            color = call;
-        } else if (call.rfind("glRasterPos2f(", 0) == 0) {
-            out.push_back(color);
-        }
-    }
-    return out;
-}
 
-/// The modes of the recorded batches in order, e.g. {GL_LINE_LOOP, GL_POLYGON}.
-inline std::vector<GLenum> batchModes()
-{
-    std::vector<GLenum> modes;
-    for (const rec::Batch& b : rec::gl().batches) {
-        modes.push_back(b.mode);
-    }
-    return modes;
-}
 
 /// Clears the recorder and draws `figure` once into a w x h view.
 template <class Figure>
@@ -162,19 +122,5 @@ rec::Recorder& drawn(Figure& figure, int w = 1000, int h = 1000)
     figure.Draw(nullptr, w, h, true);
     return rec::gl();
 }
-
-// Mouse actions with by-value points (the library takes its points by reference).
-template <class Figure>
-auto drag(Figure& f, tagTAVRIN_POINT from, tagTAVRIN_POINT to) { return f.Move(from, to); }
-template <class Figure>
-auto dragVertex(Figure& f, tagTAVRIN_POINT from, tagTAVRIN_POINT to) { return f.MovePoint(from, to); }
-template <class Figure>
-bool hits(Figure& f, tagTAVRIN_POINT at) { return f.CheckSelected(at); }
-template <class Figure>
-unsigned int vertexAt(Figure& f, tagTAVRIN_POINT at) { return f.CheckPointSelected(at); }
-template <class Figure>
-bool setArrow(Figure& f, tagTAVRIN_POINT tail, tagTAVRIN_POINT tip) { return f.SetArrowPoints(tail, tip); }
-template <class Figure>
-bool setDiagonal(Figure& f, tagTAVRIN_POINT a, tagTAVRIN_POINT b) { return f.SetDiagonal(a, b); }
 
 #endif  // TAVRIN_TESTS_GLTEST_H
