@@ -462,7 +462,7 @@ void atmCali(Transcript& t)
     tagTAVRIN_POINT from = at(0.6f, 0.55f);
     tagTAVRIN_POINT to = at(0.62f, 0.5f);
     f->MoveLinePoint(from, to);
-    f->GetLinePoints(&a, &b);
+    t.say("line read ", f->GetLinePoints(&a, &b), " ", f->GetLinePoints(nullptr, &b));
     tagTAVRIN_POINT head[2] = {};
     f->GetVCaliLineHead(b, head);
     t.say(line, " moved ", str(a), " ", str(b), " head ", str(head[0]), " ", str(head[1]));
