@@ -110,6 +110,8 @@ protected:
 
 private:
     friend PdcRule* newInstanceOf<PdcRule>() noexcept;
+    // The library's editing functions read the mode; no layout or table change.
+    friend struct EditingAccess;
 
     /// The line in line mode, the polygon in area mode, as their common base.
     GraphMeta& figure();

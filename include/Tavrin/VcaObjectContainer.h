@@ -37,6 +37,9 @@ public:
     VcaObject* GetVcaObject(int index);
 
 private:
+    // The library's scene diagnostics walk the slots; no layout or table change.
+    friend struct RegistryAccess;
+
     VcaObjectContainer();
     ~VcaObjectContainer();
     VcaObjectContainer(const VcaObjectContainer&) = delete;

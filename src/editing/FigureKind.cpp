@@ -1,0 +1,142 @@
+#include "editing/FigureKind.h"
+
+#include <Tavrin/Tavrin.h>
+
+namespace Tavrin {
+
+/// Reads the state the editing functions need that the classes keep to themselves.
+struct EditingAccess {
+    static bool lineMode(const PdcRule& rule) { return rule.m_lineMode; }
+};
+
+namespace editing {
+
+namespace {
+
+bool pdcLineMode(PdcRule* rule) { return EditingAccess::lineMode(*rule); }
+
+// Calls `f` with the object as its own class, or returns `none` for an unknown class.
+template <class R, class F>
+R withTyped(VcaObject* object, R none, F&& f)
+{
+    if (auto* o = dynamic_cast<ShieldRegion*>(object)) return f(o);
+    if (auto* o = dynamic_cast<ReferenceRegion*>(object)) return f(o);
+    if (auto* o = dynamic_cast<EnterRegion*>(object)) return f(o);
+    if (auto* o = dynamic_cast<ITCPlateRegion*>(object)) return f(o);
+    if (auto* o = dynamic_cast<VcaRule*>(object)) return f(o);
+    if (auto* o = dynamic_cast<ITCLine*>(object)) return f(o);
+    if (auto* o = dynamic_cast<Lane*>(object)) return f(o);
+    if (auto* o = dynamic_cast<PdcRule*>(object)) return f(o);
+    if (auto* o = dynamic_cast<SizeFilter*>(object)) return f(o);
+    if (auto* o = dynamic_cast<AtmCali*>(object)) return f(o);
+    if (auto* o = dynamic_cast<BehaviorCali*>(object)) return f(o);
+    if (auto* o = dynamic_cast<ItsCali*>(object)) return f(o);
+    if (auto* o = dynamic_cast<PupilDistance*>(object)) return f(o);
+    if (auto* o = dynamic_cast<BinoCali*>(object)) return f(o);
+    if (auto* o = dynamic_cast<LfCali*>(object)) return f(o);
+    return none;
+}
+
+}  // namespace
+
+FigureKind kindOf(VcaObject* object)
+{
+    if (object == nullptr) {
+        return FigureKind::None;
+    }
+    if (auto* rule = dynamic_cast<VcaRule*>(object)) {
+        switch (rule->GetRuleType()) {
+        case TAVRIN_RULE_LINE: return FigureKind::VcaRuleLine;
+        case TAVRIN_RULE_BROKEN_LINE: return FigureKind::VcaRuleBrokenLine;
+        default: return FigureKind::VcaRuleRegion;
+        }
+    }
+    if (auto* rule = dynamic_cast<PdcRule*>(object)) {
+        return pdcLineMode(rule) ? FigureKind::PdcRuleLine : FigureKind::PdcRuleArea;
+    }
+    if (dynamic_cast<ShieldRegion*>(object)) return FigureKind::ShieldRegion;
+    if (dynamic_cast<ReferenceRegion*>(object)) return FigureKind::ReferenceRegion;
+    if (dynamic_cast<EnterRegion*>(object)) return FigureKind::EnterRegion;
+    if (dynamic_cast<ITCPlateRegion*>(object)) return FigureKind::ITCPlateRegion;
+    if (dynamic_cast<ITCLine*>(object)) return FigureKind::ITCLine;
+    if (dynamic_cast<Lane*>(object)) return FigureKind::Lane;
+    if (dynamic_cast<SizeFilter*>(object)) return FigureKind::SizeFilter;
+    if (dynamic_cast<AtmCali*>(object)) return FigureKind::AtmCali;
+    if (dynamic_cast<BehaviorCali*>(object)) return FigureKind::BehaviorCali;
+    if (dynamic_cast<ItsCali*>(object)) return FigureKind::ItsCali;
+    if (dynamic_cast<PupilDistance*>(object)) return FigureKind::PupilDistance;
+    if (dynamic_cast<BinoCali*>(object)) return FigureKind::BinoCali;
+    if (dynamic_cast<LfCali*>(object)) return FigureKind::LfCali;
+    return FigureKind::None;
+}
+
+KindLimits limitsOf(VcaObject* object)
+{
+    switch (kindOf(object)) {
+    case FigureKind::None: return {0, 0, false};
+    case FigureKind::ITCPlateRegion: return {3, 20, object->GetClosed()};
+    case FigureKind::ShieldRegion:
+    case FigureKind::ReferenceRegion:
+    case FigureKind::EnterRegion:
+    case FigureKind::VcaRuleRegion:
+    case FigureKind::ItsCali: return {3, 10, object->GetClosed()};
+    case FigureKind::Lane:
+    case FigureKind::PdcRuleArea: return {3, 10, true};
+    case FigureKind::VcaRuleBrokenLine: return {2, 10, false};
+    case FigureKind::VcaRuleLine:
+    case FigureKind::ITCLine:
+    case FigureKind::PdcRuleLine:
+    case FigureKind::BehaviorCali:
+    case FigureKind::PupilDistance: return {2, 2, false};
+    case FigureKind::SizeFilter:
+    case FigureKind::AtmCali: return {4, 4, true};
+    case FigureKind::BinoCali:
+    case FigureKind::LfCali: return {1, 1, false};
+    }
+    return {0, 0, false};
+}
+
+bool isTripwire(FigureKind kind)
+{
+    return kind == FigureKind::VcaRuleLine || kind == FigureKind::VcaRuleBrokenLine || kind == FigureKind::ITCLine ||
+           kind == FigureKind::PdcRuleLine;
+}
+
+bool isRegion(FigureKind kind)
+{
+    switch (kind) {
+    case FigureKind::ShieldRegion:
+    case FigureKind::ReferenceRegion:
+    case FigureKind::EnterRegion:
+    case FigureKind::ITCPlateRegion:
+    case FigureKind::VcaRuleRegion:
+    case FigureKind::Lane:
+    case FigureKind::PdcRuleArea: return true;
+    default: return false;
+    }
+}
+
+std::vector<tagTAVRIN_POINT> pointsOf(VcaObject* object)
+{
+    tagTAVRIN_POINT buffer[20] = {};
+    unsigned int count = 0;
+    const bool ok = withTyped(object, false, [&](auto* o) { return o->GetPoints(buffer, &count); });
+    if (!ok) {
+        return {};
+    }
+    // A class reports its own count; the fixed-count ones use only the first limit's worth.
+    const unsigned int limit = limitsOf(object).maxCount;
+    const unsigned int n = count < limit ? count : limit;
+    return std::vector<tagTAVRIN_POINT>(buffer, buffer + n);
+}
+
+bool setPointsOf(VcaObject* object, const std::vector<tagTAVRIN_POINT>& points)
+{
+    std::vector<tagTAVRIN_POINT> copy(points);
+    return withTyped(object, false, [&](auto* o) {
+        return o->SetPoints(copy.data(), static_cast<unsigned int>(copy.size()));
+    });
+}
+
+}  // namespace editing
+}  // namespace Tavrin
