@@ -48,6 +48,16 @@ inline bool sameVertices(const Snapshot& a, const Snapshot& b, unsigned live = 2
     return std::memcmp(a.points, b.points, n * sizeof(tagTAVRIN_POINT)) == 0;
 }
 
+inline bool allFinitePoints(const tagTAVRIN_POINT* p, unsigned n)
+{
+    for (unsigned i = 0; i < n; ++i) {
+        if (!finitePoint(p[i])) {
+            return false;
+        }
+    }
+    return true;
+}
+
 inline bool allInPicture(const Snapshot& s, unsigned live = 20)
 {
     for (unsigned i = 0; i < liveCount(s, live); ++i) {

@@ -495,12 +495,77 @@ bool auxiliaryFinite(const Tracked& t)
     return finitePoint(p[0]) && finitePoint(p[1]);
 }
 
+// The editing toolkit on any object: a refusal leaves the vertices alone, results are
+// finite, drawing is checked by the sink.
+void editingOp(Tracked& t, FuzzInput& in, const Snapshot& before)
+{
+    tagTAVRIN_POINT p = in.point();
+    const int w = in.viewSize();
+    const int h = in.viewSize();
+    switch (in.pick(6)) {
+    case 0:
+        if (!InsertVertex(t.obj, in.index(), p)) {
+            FUZZ_CHECK(sameVertices(before, snapshot(t)), "a refused InsertVertex changes nothing");
+        }
+        break;
+    case 1:
+        if (!RemoveVertex(t.obj, in.index())) {
+            FUZZ_CHECK(sameVertices(before, snapshot(t)), "a refused RemoveVertex changes nothing");
+        }
+        break;
+    case 2: {
+        const EdgeHit hit = HitEdge(t.obj, p, w, h, in.coord() * 40.0f);
+        FUZZ_CHECK(!hit.hit || (finitePoint(hit.foot) && std::isfinite(hit.distance)), "an edge hit is finite");
+        break;
+    }
+    case 3:
+        if (!Nudge(t.obj, in.coord() * 100.0f, in.coord() * 100.0f, w, h)) {
+            FUZZ_CHECK(sameVertices(before, snapshot(t)), "a refused Nudge changes nothing");
+        }
+        break;
+    case 4: {
+        const unsigned count = in.byte() % 8;
+        std::vector<tagTAVRIN_POINT> track = pointArray(in, count, 1);
+        const std::vector<CrossingEvent> events = TrackCrossings(t.obj, track.data(), count);
+        for (const CrossingEvent& e : events) {
+            FUZZ_CHECK(finitePoint(e.point) && e.trackSegment + 1 < count, "a crossing lies on the track");
+        }
+        sink::beginDraw();
+        DrawTrack(track.data(), count, events, w, h);
+        sink::expectRestored("DrawTrack");
+        break;
+    }
+    default:
+        sink::beginDraw();
+        DrawSelfCrossings(t.obj, w, h);
+        sink::expectRestored("DrawSelfCrossings");
+        break;
+    }
+}
+
+// Coordinate conversions: a refusal writes nothing.
+void convertOp(FuzzInput& in)
+{
+    const unsigned count = in.byte() % 6;
+    std::vector<tagTAVRIN_POINT> points = pointArray(in, count, 1);
+    std::vector<tagTAVRIN_POINT> out(points.size(), tagTAVRIN_POINT{7.0f, 7.0f});
+    const auto from = static_cast<CoordinateSpace>(in.pick(4));
+    const auto to = static_cast<CoordinateSpace>(in.pick(4));
+    if (!ConvertPoints(points.data(), count, from, to, out.data(), in.viewSize(), in.viewSize())) {
+        for (const tagTAVRIN_POINT& p : out) {
+            FUZZ_CHECK(p.x == 7.0f && p.y == 7.0f, "a refused conversion writes nothing");
+        }
+    } else {
+        FUZZ_CHECK(allFinitePoints(out.data(), count), "converted points are finite");
+    }
+}
+
 void objectOp(Tracked& t, FuzzInput& in)
 {
     const Snapshot before = snapshot(t);
     FUZZ_CHECK(allFinite(before), "GetPoints reports finite vertices");
     bool mayChange = true;
-    switch (in.pick(12)) {
+    switch (in.pick(13)) {
     case 0:
     case 1: setPointsOp(t, in, before); break;
     case 2: moveOp(t, in, before, true); break;
@@ -527,7 +592,8 @@ void objectOp(Tracked& t, FuzzInput& in)
         mayChange = false;
         break;
     case 9: calibrationOp(t, in); break;
-    default: classOp(t, in); break;
+    case 10: classOp(t, in); break;
+    default: editingOp(t, in, before); break;
     }
     const Snapshot after = snapshot(t);
     FUZZ_CHECK(allFinite(after), "GetPoints reports finite vertices");
@@ -671,6 +737,13 @@ void runObjects(FuzzInput& in)
             break;
         case 3:
             TextRendering::SetEnabled(in.flag());
+            convertOp(in);
+            if (in.flag()) {
+                for (const SceneHint& hint : GetSceneHints()) {
+                    FUZZ_CHECK(hint.slot >= 0 && static_cast<std::size_t>(hint.slot) < host.slots.size(),
+                               "a hint names an occupied slot");
+                }
+            }
             break;
         default:
             if (!host.objects.empty()) {

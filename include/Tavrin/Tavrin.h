@@ -42,5 +42,9 @@
 #include <Tavrin/PupilDistance.h>
 #include <Tavrin/BinoCali.h>
 #include <Tavrin/LfCali.h>
+#include <Tavrin/Editing.h>
+#include <Tavrin/Diagnostics.h>
+#include <Tavrin/Coordinates.h>
+#include <Tavrin/Crossings.h>
 
 #endif  // TAVRIN_TAVRIN_H

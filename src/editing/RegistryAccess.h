@@ -17,7 +17,8 @@ struct RegistryAccess {
     static std::vector<std::pair<int, VcaObject*>> occupiedSlots()
     {
         std::vector<std::pair<int, VcaObject*>> out;
-        VcaObjectContainer* registry = VcaObjectContainer::Instance();
+        // The registry as it is: reading it must not create one.
+        VcaObjectContainer* registry = VcaObjectContainer::m_spInstance;
         if (registry == nullptr) {
             return out;
         }
