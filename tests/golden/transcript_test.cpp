@@ -423,11 +423,21 @@ void pdcRule(Transcript& t, bool lineMode, bool cali)
     f->GetArrowPoints(&out[0], &out[1]);
     unsigned int count = 0;
     f->GetSinglePoints(&single, &count);
+    t.say("single read ", f->GetSinglePoints(nullptr, &count), f->GetSinglePoints(&single, nullptr));
     t.say("arrow ", str(out[0]), " ", str(out[1]), " single ", str(single), " x", count);
 }
 
 void sizeFilter(Transcript& t, tagTAVRIN_SIZE_FILTER_TYPE type, int scheme, bool byDiagonal)
 {
+    {
+        // Without a view size a square collapses onto its first corner.
+        Owned<SizeFilter> unsized(SizeFilter::NewInstance());
+        unsized->SetSizeFilterType(type);
+        tagTAVRIN_POINT a = at(0.3f, 0.35f);
+        tagTAVRIN_POINT b = at(0.55f, 0.6f);
+        t.say("unsized diagonal ", unsized->SetDiagonal(a, b));
+        readBack(t, *unsized, "unsized");
+    }
     Owned<SizeFilter> f(SizeFilter::NewInstance());
     f->SetSizeFilterType(type);
     f->SetColor(scheme);
@@ -477,6 +487,7 @@ void caliLine(Transcript& t, std::initializer_list<tagTAVRIN_POINT> points, tagT
     exercise(t, *f);
     std::vector<tagTAVRIN_POINT> v = vertices(*f);
     tagTAVRIN_POINT head[2] = {};
+    f->SetWndSize(320, 240);  // the head is sized in pixels of the view last told
     f->GetVCaliLineHead(v[0], head);
     t.say("head ", str(head[0]), " ", str(head[1]));
 }
@@ -501,6 +512,7 @@ void pupil(Transcript& t, std::initializer_list<tagTAVRIN_POINT> points)
     exercise(t, *f);
     std::vector<tagTAVRIN_POINT> v = vertices(*f);
     tagTAVRIN_POINT line[2] = {};
+    f->SetWndSize(320, 240);
     f->GetPupilLine(v[1], line);
     t.say("pupil line ", str(line[0]), " ", str(line[1]));
 }
@@ -509,6 +521,7 @@ void single(Transcript& t, bool bino)
 {
     if (bino) {
         Owned<BinoCali> f = make<BinoCali>({at(0.4f, 0.45f)});
+        f->SetWndSize(640, 480);  // the radius is given in pixels of the view
         f->SetRadius(30);
         t.say("radius ", f->Radius());
         exercise(t, *f);
@@ -535,6 +548,10 @@ void primitive(Transcript& t, std::initializer_list<tagTAVRIN_POINT> points)
         f.setP1(Point(&a));
         f.setP2(Point(&b));
         readBack(t, f, "ends");
+        std::vector<tagTAVRIN_POINT> ends = {at(0.15f, 0.25f), at(0.35f, 0.45f)};
+        Line source(ends.data(), 2);
+        static_cast<Line&>(f) = source;
+        readBack(t, f, "assigned");
     }
 }
 
@@ -620,7 +637,8 @@ const Case kCases[] = {
          f->SetArrowPoints(tail, tip);
          exercise(t, *f);
          f->GetArrowPoints(&tail, &tip);
-         t.say("arrow ", str(tail), " ", str(tip));
+         t.say("arrow ", str(tail), " ", str(tip), " ", f->GetArrowPoints(&tail, nullptr),
+               f->GetArrowPoints(nullptr, &tip));
      },
      false},
     {"PdcRuleArea", [](Transcript& t) { pdcRule(t, false, false); }, true},
