@@ -1,8 +1,8 @@
 #include <Tavrin/AtmCali.h>
 
 #include "cali/CaliDraw.h"
+#include "figures/LabelBox.h"
 #include "foundation/NewInstance.h"
-#include "rules/LabelBox.h"
 #include "geometry/CaliGeometry.h"
 
 namespace Tavrin {
@@ -10,7 +10,7 @@ namespace Tavrin {
 namespace {
 
 // The primitive defaults with the first two exchanged: the ATM figure's own look.
-const cali::Palette kAtmPalette{{0x285EA6, 0xD90DB0, 0xFFC000, 0xF47F4C}};
+const figures::Palette kAtmPalette = figures::kRulePalette;
 const unsigned int kMaxCount = 10;
 
 }  // namespace
@@ -142,10 +142,10 @@ void AtmCali::Draw(void* context, int width, int height, bool /*flag*/)
         }
     }
 
-    tagTAVRIN_POINT middle = cali::midpoint(ends[0], ends[1]);
+    tagTAVRIN_POINT middle = figures::midpoint(ends[0], ends[1]);
     tagTAVRIN_VCA_RECT box = {};
     GetDrawLabelRect(middle, box);
-    rules::drawLabelBox(box, kAtmPalette.colors, lineStatus, m_labelText, context, width, height);
+    figures::drawLabelBox(box, kAtmPalette.colors, lineStatus, m_labelText, context, width, height);
 }
 
 }  // namespace Tavrin

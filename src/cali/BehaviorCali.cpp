@@ -1,8 +1,9 @@
 #include <Tavrin/BehaviorCali.h>
 
 #include "cali/CaliDraw.h"
+#include "figures/LabelBox.h"
+#include "figures/VertexLimits.h"
 #include "foundation/NewInstance.h"
-#include "rules/LabelBox.h"
 #include "geometry/CaliGeometry.h"
 #include "geometry/PixelMath.h"
 
@@ -12,11 +13,11 @@ namespace Tavrin {
 
 namespace {
 
-const unsigned int kCapacity = 10;
+const unsigned int kCapacity = figures::kFigureVertices;
 const unsigned int kPlainColor = 0xD65814;
 const unsigned int kVerticalColor = 0xE6005C;
 
-cali::Palette paletteOf(unsigned int color) { return cali::Palette{{color, color, 0xFFC000, 0xF47F4C}}; }
+figures::Palette paletteOf(unsigned int color) { return figures::Palette{{color, color, figures::kHandleColor, figures::kActiveHandleColor}}; }
 
 }  // namespace
 
@@ -98,7 +99,7 @@ void BehaviorCali::drawFigure(void* context, int width, int height, unsigned int
     }
     m_caliLine.SetLineType(TAVRIN_LINE_PLAIN);
     const bool vertical = m_caliType == TAVRIN_BEHAV_CALI_VERTICAL;
-    const cali::Palette palette = paletteOf(vertical ? verticalColor : kPlainColor);
+    const figures::Palette palette = paletteOf(vertical ? verticalColor : kPlainColor);
     palette.applyTo(m_caliLine);
     const tagTAVRIN_OBJ_STATUS status = m_caliLine.GetObjStatus();
     if (vertical) {
@@ -119,10 +120,10 @@ void BehaviorCali::drawFigure(void* context, int width, int height, unsigned int
     if (!m_caliLine.GetPoints(m_points, &m_pointCount)) {
         return;
     }
-    tagTAVRIN_POINT middle = cali::midpoint(m_points[0], m_points[1]);
+    tagTAVRIN_POINT middle = figures::midpoint(m_points[0], m_points[1]);
     tagTAVRIN_VCA_RECT box = {};
     GetDrawLabelRect(middle, box);
-    rules::drawLabelBox(box, palette.colors, status, m_labelText, context, width, height);
+    figures::drawLabelBox(box, palette.colors, status, m_labelText, context, width, height);
 }
 
 }  // namespace Tavrin

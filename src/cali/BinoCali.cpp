@@ -7,7 +7,7 @@ namespace Tavrin {
 
 namespace {
 
-const cali::Palette kBinoPalette{{0x0036D7, 0xFFFF00, 0xFFFF00, 0xF47F4C}};
+const figures::Palette kBinoPalette{{0x0036D7, 0xFFFF00, 0xFFFF00, 0xF47F4C}};
 
 }  // namespace
 

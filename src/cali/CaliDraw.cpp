@@ -6,7 +6,7 @@ namespace Tavrin {
 namespace cali {
 
 void drawPlainLine(const tagTAVRIN_POINT& a, const tagTAVRIN_POINT& b, tagTAVRIN_OBJ_STATUS status,
-                   const Palette& palette, void* context, int width, int height)
+                   const figures::Palette& palette, void* context, int width, int height)
 {
     tagTAVRIN_POINT ends[2] = {a, b};
     Line line(ends, 2);
@@ -15,11 +15,6 @@ void drawPlainLine(const tagTAVRIN_POINT& a, const tagTAVRIN_POINT& b, tagTAVRIN
     line.SetObjStatus(status);
     palette.applyTo(line);
     line.Draw(context, width, height, true);
-}
-
-tagTAVRIN_POINT midpoint(const tagTAVRIN_POINT& a, const tagTAVRIN_POINT& b)
-{
-    return tagTAVRIN_POINT{(a.x + b.x) / 2.0f, (a.y + b.y) / 2.0f};
 }
 
 }  // namespace cali

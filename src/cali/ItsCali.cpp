@@ -1,8 +1,10 @@
 #include <Tavrin/ItsCali.h>
 
 #include "cali/CaliDraw.h"
+#include "figures/LabelBox.h"
+#include "figures/Region.h"
+#include "figures/VertexLimits.h"
 #include "foundation/NewInstance.h"
-#include "rules/LabelBox.h"
 #include "geometry/PixelMath.h"
 
 #include <cstring>
@@ -11,9 +13,9 @@ namespace Tavrin {
 
 namespace {
 
-const unsigned int kCapacity = 10;
+const unsigned int kCapacity = figures::kFigureVertices;
 const std::size_t kTextCapacity = 16;
-const cali::Palette kItsPalette{{0x285EA6, 0xD90DB0, 0xFFC000, 0xF47F4C}};
+const figures::Palette kItsPalette = figures::kRulePalette;
 
 /// Replaces `target` (17 bytes) with the first min(16, strlen(text)) characters of
 /// `text`. The number copied comes from the string itself, not from `length`, which only
@@ -117,19 +119,7 @@ unsigned int ItsCali::GetMinYPoint(tagTAVRIN_POINT* points, unsigned int count)
     return top;
 }
 
-bool ItsCali::readPolygon()
-{
-    // The polygon holds at most 10 vertices here (SetPoints refuses more), so its count
-    // fits the stored array; a larger one is refused rather than copied past it.
-    tagTAVRIN_POINT all[20] = {};
-    unsigned int count = 0;
-    if (!m_polygon.GetPoints(all, &count) || count > kCapacity) {
-        return false;
-    }
-    std::memcpy(m_points, all, kCapacity * sizeof(tagTAVRIN_POINT));
-    m_pointCount = count;
-    return true;
-}
+bool ItsCali::readPolygon() { return figures::refreshRegionCopy({m_points, kCapacity, &m_pointCount}, m_polygon); }
 
 void ItsCali::Draw(void* context, int width, int height, bool /*flag*/)
 {
@@ -155,13 +145,13 @@ void ItsCali::Draw(void* context, int width, int height, bool /*flag*/)
     const unsigned int heightEnd = nextIsHigher ? prev : next;
     const tagTAVRIN_OBJ_STATUS status = m_polygon.GetObjStatus();
 
-    tagTAVRIN_POINT widthAnchor = cali::midpoint(m_points[top], m_points[widthEnd]);
+    tagTAVRIN_POINT widthAnchor = figures::midpoint(m_points[top], m_points[widthEnd]);
     GetDrawLabelRect(widthAnchor, box);
-    rules::drawLabelBox(box, kItsPalette.colors, status, m_widthText, context, width, height);
+    figures::drawLabelBox(box, kItsPalette.colors, status, m_widthText, context, width, height);
 
-    tagTAVRIN_POINT heightAnchor = cali::midpoint(m_points[top], m_points[heightEnd]);
+    tagTAVRIN_POINT heightAnchor = figures::midpoint(m_points[top], m_points[heightEnd]);
     GetDrawLabelRect(heightAnchor, box);
-    rules::drawLabelBox(box, kItsPalette.colors, status, m_heightText, context, width, height);
+    figures::drawLabelBox(box, kItsPalette.colors, status, m_heightText, context, width, height);
 }
 
 }  // namespace Tavrin

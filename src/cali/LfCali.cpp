@@ -1,14 +1,14 @@
 #include <Tavrin/LfCali.h>
 
 #include "cali/CaliDraw.h"
+#include "figures/LabelBox.h"
 #include "foundation/NewInstance.h"
-#include "rules/LabelBox.h"
 
 namespace Tavrin {
 
 namespace {
 
-const cali::Palette kLfPalette{{0x285EA6, 0xD90DB0, 0xFFC000, 0xF47F4C}};
+const figures::Palette kLfPalette = figures::kRulePalette;
 
 }  // namespace
 
@@ -69,7 +69,7 @@ void LfCali::Draw(void* context, int width, int height, bool /*flag*/)
     }
     tagTAVRIN_VCA_RECT box = {};
     GetDrawLabelRect(at[0], box);
-    rules::drawLabelBox(box, kLfPalette.colors, m_point.GetObjStatus(), m_labelText, context, width, height);
+    figures::drawLabelBox(box, kLfPalette.colors, m_point.GetObjStatus(), m_labelText, context, width, height);
 }
 
 }  // namespace Tavrin

@@ -9,7 +9,7 @@ namespace Tavrin {
 
 namespace {
 
-const cali::Palette kPupilPalette{{0xE6005C, 0xE6005C, 0xFFC000, 0xF47F4C}};
+const figures::Palette kPupilPalette{{0xE6005C, 0xE6005C, 0xFFC000, 0xF47F4C}};
 
 }  // namespace
 

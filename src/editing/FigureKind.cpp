@@ -1,4 +1,5 @@
 #include "editing/FigureKind.h"
+#include "figures/VertexLimits.h"
 
 #include <Tavrin/Tavrin.h>
 
@@ -72,24 +73,25 @@ FigureKind kindOf(VcaObject* object)
 
 KindLimits limitsOf(VcaObject* object)
 {
+    using namespace figures;
     switch (kindOf(object)) {
     case FigureKind::None: return {0, 0, false};
-    case FigureKind::ITCPlateRegion: return {3, 20, object->GetClosed()};
+    case FigureKind::ITCPlateRegion: return {kAreaMinimum, kPlateVertices, object->GetClosed()};
     case FigureKind::ShieldRegion:
     case FigureKind::ReferenceRegion:
     case FigureKind::EnterRegion:
     case FigureKind::VcaRuleRegion:
-    case FigureKind::ItsCali: return {3, 10, object->GetClosed()};
+    case FigureKind::ItsCali: return {kAreaMinimum, kFigureVertices, object->GetClosed()};
     case FigureKind::Lane:
-    case FigureKind::PdcRuleArea: return {3, 10, true};
-    case FigureKind::VcaRuleBrokenLine: return {2, 10, false};
+    case FigureKind::PdcRuleArea: return {kAreaMinimum, kFigureVertices, true};
+    case FigureKind::VcaRuleBrokenLine: return {kLineVertices, kFigureVertices, false};
     case FigureKind::VcaRuleLine:
     case FigureKind::ITCLine:
     case FigureKind::PdcRuleLine:
     case FigureKind::BehaviorCali:
-    case FigureKind::PupilDistance: return {2, 2, false};
+    case FigureKind::PupilDistance: return {kLineVertices, kLineVertices, false};
     case FigureKind::SizeFilter:
-    case FigureKind::AtmCali: return {4, 4, true};
+    case FigureKind::AtmCali: return {kRectangleVertices, kRectangleVertices, true};
     case FigureKind::BinoCali:
     case FigureKind::LfCali: return {1, 1, false};
     }

@@ -1,14 +1,15 @@
 #include <Tavrin/EnterRegion.h>
 
+#include "figures/LabelBox.h"
+#include "figures/Region.h"
+#include "figures/VertexLimits.h"
 #include "foundation/NewInstance.h"
-#include "rules/LabelBox.h"
-#include "rules/Region.h"
 
 namespace Tavrin {
 
 namespace {
 
-const unsigned int kCapacity = 10;
+const unsigned int kCapacity = figures::kFigureVertices;
 const unsigned int kPolygonCapacity = 20;
 const unsigned int kColors[4] = {0x00f0f0u, 0x00f0f0u, 0xffc000u, 0xf47f4cu};
 const unsigned int kLabelColors[4] = {0x285ea6u, 0xd90db0u, 0xffc000u, 0xf47f4cu};
@@ -23,12 +24,12 @@ EnterRegion::~EnterRegion() = default;
 
 bool EnterRegion::SetPoints(tagTAVRIN_POINT* points, unsigned int count)
 {
-    return rules::setRegionPoints({m_points, kCapacity, &m_pointCount}, m_polygon, points, count);
+    return figures::setRegionPoints({m_points, kCapacity, &m_pointCount}, m_polygon, points, count);
 }
 
 bool EnterRegion::GetPoints(tagTAVRIN_POINT* points, unsigned int* count)
 {
-    return rules::getRegionPoints({m_points, kCapacity, &m_pointCount}, m_polygon, points, count);
+    return figures::getRegionPoints({m_points, kCapacity, &m_pointCount}, m_polygon, points, count);
 }
 
 bool EnterRegion::IsNull() { return m_polygon.IsNull(); }
@@ -65,7 +66,7 @@ void EnterRegion::Draw(void* context, int width, int height, bool /*flag*/)
     m_wndHeight = height;
     // An outline only, whatever the polygon's default fill.
     m_polygon.SetViewTransparent(false);
-    rules::drawRegionPolygon(m_polygon, kColors, context, width, height);
+    figures::drawRegionPolygon(m_polygon, kColors, context, width, height);
     // The label is placed from a fresh read of the polygon; the stored copy stays as it
     // is.
     tagTAVRIN_POINT vertices[kPolygonCapacity] = {};
@@ -75,7 +76,7 @@ void EnterRegion::Draw(void* context, int width, int height, bool /*flag*/)
     }
     tagTAVRIN_VCA_RECT box{0.0f, 0.0f, 0.0f, 0.0f};
     GetDrawLabelRect(vertices[0], box);
-    rules::drawLabelBox(box, kLabelColors, m_polygon.GetObjStatus(), m_labelText, context, width,
+    figures::drawLabelBox(box, kLabelColors, m_polygon.GetObjStatus(), m_labelText, context, width,
                         height);
 }
 

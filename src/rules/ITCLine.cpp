@@ -1,8 +1,8 @@
 #include <Tavrin/ITCLine.h>
 
+#include "figures/LabelBox.h"
 #include "foundation/NewInstance.h"
 #include "geometry/PixelMath.h"
-#include "rules/LabelBox.h"
 
 #include <cstring>
 
@@ -62,11 +62,10 @@ void ITCLine::Draw(void* context, int width, int height, bool /*flag*/)
         return;
     }
     m_pointCount = lineCount;
-    tagTAVRIN_POINT middle = {(m_points[0].x + m_points[1].x) / 2.0f,
-                              (m_points[0].y + m_points[1].y) / 2.0f};
+    tagTAVRIN_POINT middle = figures::midpoint(m_points[0], m_points[1]);
     tagTAVRIN_VCA_RECT box{0.0f, 0.0f, 0.0f, 0.0f};
     GetDrawLabelRect(middle, box);
-    rules::drawLabelBox(box, colors, m_line.GetObjStatus(), m_labelText, context, width, height);
+    figures::drawLabelBox(box, colors, m_line.GetObjStatus(), m_labelText, context, width, height);
 }
 
 bool ITCLine::refreshFromLine(unsigned int& lineCount)

@@ -1,13 +1,14 @@
 #include <Tavrin/ITCPlateRegion.h>
 
+#include "figures/Region.h"
+#include "figures/VertexLimits.h"
 #include "foundation/NewInstance.h"
-#include "rules/Region.h"
 
 namespace Tavrin {
 
 namespace {
 
-const unsigned int kCapacity = 20;
+const unsigned int kCapacity = figures::kPlateVertices;
 const unsigned int kColors[4] = {0x4848c6u, 0xd90db0u, 0xffc000u, 0xf47f4cu};
 
 }  // namespace
@@ -20,12 +21,12 @@ ITCPlateRegion::~ITCPlateRegion() = default;
 
 bool ITCPlateRegion::SetPoints(tagTAVRIN_POINT* points, unsigned int count)
 {
-    return rules::setRegionPoints({m_points, kCapacity, &m_pointCount}, m_polygon, points, count);
+    return figures::setRegionPoints({m_points, kCapacity, &m_pointCount}, m_polygon, points, count);
 }
 
 bool ITCPlateRegion::GetPoints(tagTAVRIN_POINT* points, unsigned int* count)
 {
-    return rules::getRegionPoints({m_points, kCapacity, &m_pointCount}, m_polygon, points, count);
+    return figures::getRegionPoints({m_points, kCapacity, &m_pointCount}, m_polygon, points, count);
 }
 
 bool ITCPlateRegion::IsNull() { return m_polygon.IsNull(); }
@@ -60,7 +61,7 @@ void ITCPlateRegion::Draw(void* context, int width, int height, bool /*flag*/)
 {
     m_wndWidth = width;
     m_wndHeight = height;
-    rules::drawFilledRegion(*this, {m_points, kCapacity, &m_pointCount}, m_polygon, kColors,
+    figures::drawFilledRegion(*this, {m_points, kCapacity, &m_pointCount}, m_polygon, kColors,
                             m_labelText, context, width, height);
 }
 

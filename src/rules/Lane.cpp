@@ -1,13 +1,14 @@
 #include <Tavrin/Lane.h>
 
+#include "figures/LabelBox.h"
+#include "figures/VertexLimits.h"
 #include "foundation/NewInstance.h"
-#include "rules/LabelBox.h"
 
 namespace Tavrin {
 
 namespace {
 
-const unsigned int kMaxVertices = 10;
+const unsigned int kMaxVertices = figures::kFigureVertices;
 const unsigned int kLaneColors[4] = {0xffc021, 0x00f0f0, 0xffc000, 0xf47f4c};
 
 }  // namespace
@@ -66,7 +67,7 @@ void Lane::Draw(void* context, int width, int height, bool /*flag*/)
     }
     tagTAVRIN_VCA_RECT box{0.0f, 0.0f, 0.0f, 0.0f};
     GetDrawLabelRect(outline[0], box);
-    rules::drawLabelBox(box, c, m_polygon.GetObjStatus(), m_labelText, context, width, height);
+    figures::drawLabelBox(box, c, m_polygon.GetObjStatus(), m_labelText, context, width, height);
 }
 
 bool Lane::SetPoints(tagTAVRIN_POINT* points, unsigned int count)

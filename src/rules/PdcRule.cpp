@@ -1,5 +1,7 @@
 #include <Tavrin/PdcRule.h>
 
+#include "figures/Palette.h"
+#include "figures/VertexLimits.h"
 #include "foundation/NewInstance.h"
 #include "geometry/MarkerTextBox.h"
 
@@ -7,11 +9,11 @@ namespace Tavrin {
 
 namespace {
 
-const unsigned int kMaxVertices = 10;
-const unsigned int kNormalColor = 0x285ea6;
-const unsigned int kSelectedColor = 0xd90db0;
-const unsigned int kHandleColor = 0xffc000;
-const unsigned int kHandleExtraColor = 0xf47f4c;
+const unsigned int kMaxVertices = figures::kFigureVertices;
+const unsigned int kNormalColor = figures::kRuleColor;
+const unsigned int kSelectedColor = figures::kRuleSelectedColor;
+const unsigned int kHandleColor = figures::kHandleColor;
+const unsigned int kHandleExtraColor = figures::kActiveHandleColor;
 
 void setRuleColors(GraphMeta& figure)
 {

@@ -2,15 +2,16 @@
 
 #include <Tavrin/KemoGuard.h>
 
+#include "figures/LabelBox.h"
+#include "figures/VertexLimits.h"
 #include "foundation/NewInstance.h"
 #include "geometry/PixelMath.h"
-#include "rules/LabelBox.h"
 
 namespace Tavrin {
 
 namespace {
 
-const unsigned int kMaxVertices = 4;
+const unsigned int kMaxVertices = figures::kRectangleVertices;
 const unsigned int kLabelColors[4] = {0x285ea6, 0xd90db0, 0xffc000, 0xf47f4c};
 const float kSchemeRectangleWidth = 4.0f;
 
@@ -131,7 +132,7 @@ void SizeFilter::Draw(void* context, int width, int height, bool /*flag*/)
     }
     tagTAVRIN_VCA_RECT box{0.0f, 0.0f, 0.0f, 0.0f};
     GetDrawLabelRect(corners[0], box);
-    rules::drawLabelBox(box, kLabelColors, shape.GetObjStatus(), m_labelText, context, width,
+    figures::drawLabelBox(box, kLabelColors, shape.GetObjStatus(), m_labelText, context, width,
                         height);
 }
 

@@ -1,5 +1,6 @@
 #include <Tavrin/VcaRule.h>
 
+#include "figures/Palette.h"
 #include "foundation/NewInstance.h"
 #include "geometry/PixelMath.h"
 
@@ -9,10 +10,10 @@ namespace Tavrin {
 
 namespace {
 
-const unsigned int kNormalColor = 0x285ea6;
-const unsigned int kSelectedColor = 0xd90db0;
-const unsigned int kHandleColor = 0xffc000;
-const unsigned int kHandleExtraColor = 0xf47f4c;
+const unsigned int kNormalColor = figures::kRuleColor;
+const unsigned int kSelectedColor = figures::kRuleSelectedColor;
+const unsigned int kHandleColor = figures::kHandleColor;
+const unsigned int kHandleExtraColor = figures::kActiveHandleColor;
 
 // Room for everything a primitive may write back: a polygon's full vertex store.
 const unsigned int kScratchVertices = 20;

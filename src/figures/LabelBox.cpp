@@ -1,11 +1,11 @@
-#include "rules/LabelBox.h"
+#include "figures/LabelBox.h"
 
 #include <Tavrin/Label.h>
 
 #include "geometry/BoxCorners.h"
 
 namespace Tavrin {
-namespace rules {
+namespace figures {
 
 void drawLabelBox(const tagTAVRIN_VCA_RECT& box, const unsigned int (&colors)[4],
                   tagTAVRIN_OBJ_STATUS status, char* text, void* context, int width, int height)
@@ -22,5 +22,10 @@ void drawLabelBox(const tagTAVRIN_VCA_RECT& box, const unsigned int (&colors)[4]
     label.Draw(context, width, height, true);
 }
 
-}  // namespace rules
+tagTAVRIN_POINT midpoint(const tagTAVRIN_POINT& a, const tagTAVRIN_POINT& b)
+{
+    return tagTAVRIN_POINT{(a.x + b.x) / 2.0f, (a.y + b.y) / 2.0f};
+}
+
+}  // namespace figures
 }  // namespace Tavrin

@@ -1,5 +1,5 @@
-#ifndef TAVRIN_RULES_REGION_H
-#define TAVRIN_RULES_REGION_H
+#ifndef TAVRIN_FIGURES_REGION_H
+#define TAVRIN_FIGURES_REGION_H
 
 // What the region rules (shield, reference, enter and plate regions) share: each keeps its
 // own copy of the vertices beside a `Polygon` that is the authority on them once set, and
@@ -10,7 +10,7 @@
 #include <Tavrin/VcaObject.h>
 
 namespace Tavrin {
-namespace rules {
+namespace figures {
 
 /// A region's own copy of its vertices: `capacity` entries and the count of valid ones.
 struct RegionCopy {
@@ -47,7 +47,7 @@ void drawFilledRegion(VcaObject& object, const RegionCopy& copy, Polygon& polygo
                       const unsigned int (&colors)[4], char* labelText, void* context,
                       int width, int height);
 
-}  // namespace rules
+}  // namespace figures
 }  // namespace Tavrin
 
-#endif  // TAVRIN_RULES_REGION_H
+#endif  // TAVRIN_FIGURES_REGION_H

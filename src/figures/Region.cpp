@@ -1,12 +1,12 @@
-#include "rules/Region.h"
+#include "figures/Region.h"
 
+#include "figures/LabelBox.h"
 #include "geometry/PixelMath.h"
-#include "rules/LabelBox.h"
 
 #include <cstring>
 
 namespace Tavrin {
-namespace rules {
+namespace figures {
 
 namespace {
 
@@ -77,5 +77,5 @@ void drawFilledRegion(VcaObject& object, const RegionCopy& copy, Polygon& polygo
     drawLabelBox(box, colors, polygon.GetObjStatus(), labelText, context, width, height);
 }
 
-}  // namespace rules
+}  // namespace figures
 }  // namespace Tavrin

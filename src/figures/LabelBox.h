@@ -1,12 +1,12 @@
-#ifndef TAVRIN_RULES_LABELBOX_H
-#define TAVRIN_RULES_LABELBOX_H
+#ifndef TAVRIN_FIGURES_LABELBOX_H
+#define TAVRIN_FIGURES_LABELBOX_H
 
-// The name box an analytics object draws beside its figure.
+// The name box an analytics object draws beside its figure, and where it anchors.
 
 #include <Tavrin/TavrinTypes.h>
 
 namespace Tavrin {
-namespace rules {
+namespace figures {
 
 /// Draws `text` in a temporary `Label` over `box` (normalised anchor corner and extent,
 /// as `VcaObject::GetDrawLabelRect` gives it), with the four `colors`, in `status`, for a
@@ -15,7 +15,10 @@ namespace rules {
 void drawLabelBox(const tagTAVRIN_VCA_RECT& box, const unsigned int (&colors)[4],
                   tagTAVRIN_OBJ_STATUS status, char* text, void* context, int width, int height);
 
-}  // namespace rules
+/// The midpoint of a and b, in single precision: the anchor of a line's label box.
+tagTAVRIN_POINT midpoint(const tagTAVRIN_POINT& a, const tagTAVRIN_POINT& b);
+
+}  // namespace figures
 }  // namespace Tavrin
 
-#endif  // TAVRIN_RULES_LABELBOX_H
+#endif  // TAVRIN_FIGURES_LABELBOX_H
