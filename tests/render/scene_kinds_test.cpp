@@ -8,7 +8,6 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <utility>
 
 #include <Tavrin/VcaRule.h>
 #include <Tavrin/ITCLine.h>
@@ -21,7 +20,6 @@
 #include <Tavrin/BinoCali.h>
 
 using Tavrin::render::Scene;
-using Tavrin::render::SceneError;
 
 namespace {
 
@@ -35,18 +33,6 @@ Figure* onlyFigure(const std::string& figure, std::optional<QSize> size = std::n
     auto* typed = scene.figures.empty() ? nullptr : dynamic_cast<Figure*>(scene.figures[0]);
     EXPECT_NE(typed, nullptr);
     return typed;
-}
-
-std::string refusal(const std::string& figure)
-{
-    RegistryScope registry;
-    try {
-        Tavrin::render::parseScene(QByteArray::fromStdString(R"({"figures": [)" + figure + "]}"), QString(),
-                                   std::nullopt);
-    } catch (const SceneError& e) {
-        return (e.field() + QStringLiteral(": ") + e.message()).toStdString();
-    }
-    return "accepted";
 }
 
 #define EXPECT_POINT(p, ex, ey)      \
@@ -74,38 +60,6 @@ TEST(SceneKinds, VcaRuleTakesItsTypeBeforeItsVertices)
     ASSERT_TRUE(rule->GetPoints(points, &count));
     ASSERT_EQ(count, 2u);
     EXPECT_POINT(points[1], 0.7f, 0.8f);
-}
-
-// Vertex counts that depend on the kind's mode, and options out of range, are refused
-// with the field and the reason.
-TEST(SceneKinds, RefusalsNameTheFieldAndTheReason)
-{
-    const std::pair<const char*, const char*> cases[] = {
-        {R"({"kind": "VcaRule", "ruleType": "line", "vertices": [[0.1, 0.2], [0.7, 0.8], [0.3, 0.3]]})",
-         "figures[0].vertices: VcaRule of rule type line takes 2 vertices, got 3"},
-        {R"({"kind": "VcaRule", "vertices": [[0.1, 0.2], [0.7, 0.8]]})",
-         "figures[0].vertices: VcaRule of rule type region takes 3 to 10 vertices, got 2"},
-        {R"({"kind": "VcaRule", "ruleType": 2, "vertices": [[0.1, 0.2], [0.7, 0.8]], "normalColor": "red"})",
-         "figures[0].normalColor: must be a colour \"#rrggbb\", got \"red\""},
-        {R"({"kind": "VcaRule", "ruleType": "polyline", "vertices": [[0.1, 0.2], [0.7, 0.8]]})",
-         "figures[0].ruleType: must be one of \"region\" (0), \"line\" (1), \"brokenLine\" (2), got \"polyline\""},
-        {R"({"kind": "PdcRule", "lineMode": true, "vertices": [[0.1, 0.5], [0.9, 0.5], [0.5, 0.9]]})",
-         "figures[0].vertices: PdcRule in line mode takes 2 vertices, got 3"},
-        {R"({"kind": "PdcRule", "vertices": [[0.1, 0.5], [0.9, 0.5]], "targetWidths": [0.1, 2]})",
-         "figures[0].vertices: PdcRule in area mode takes 3 to 10 vertices, got 2"},
-        {R"({"kind": "PdcRule", "vertices": [[0.1, 0.5], [0.9, 0.5], [0.5, 0.9]], "targetWidths": [0.1, 2]})",
-         "figures[0].targetWidths[1]: must be a number from 0 to 1, got 2"},
-        {R"({"kind": "SizeFilter", "vertices": [[0.1, 0.1], [0.2, 0.5], [0.3, 0.3]]})",
-         "figures[0].vertices: SizeFilter takes 2 vertices (a diagonal) or 4 (the corners), got 3"},
-        {R"({"kind": "SizeFilter", "vertices": [[0.1, 0.1], [0.2, 0.5]], "colorScheme": 3})",
-         "figures[0].colorScheme: must be an integer from 0 to 2, got 3"},
-        {R"({"kind": "ItsCali", "vertices": [[0.3, 0.2], [0.6, 0.2], [0.5, 0.8]],
-                          "widthText": "3.5 m", "heightText": "twelve and a half m"})",
-         "figures[0].heightText: at most 16 characters, got 19"},
-    };
-    for (const auto& c : cases) {
-        EXPECT_EQ(refusal(c.first), c.second);
-    }
 }
 
 TEST(SceneKinds, ITCLineTakesItsLineType)
