@@ -361,6 +361,9 @@ const std::initializer_list<tagTAVRIN_POINT> kBowTie = {at(0.2f, 0.2f), at(0.6f,
                                                         at(0.2f, 0.6f)};
 const std::initializer_list<tagTAVRIN_POINT> kSteepLine = {at(0.3f, 0.2f), at(0.55f, 0.7f)};
 const std::initializer_list<tagTAVRIN_POINT> kFlatLine = {at(0.2f, 0.5f), at(0.7f, 0.5f)};
+// Right, up, down-left, flat left and down: every direction a traverse plane turns to.
+const std::initializer_list<tagTAVRIN_POINT> kTurns = {at(0.1f, 0.3f), at(0.4f, 0.3f), at(0.4f, 0.1f),
+                                                       at(0.2f, 0.5f), at(0.1f, 0.5f), at(0.3f, 0.9f)};
 const std::initializer_list<tagTAVRIN_POINT> kBroken = {at(0.1f, 0.3f), at(0.35f, 0.6f), at(0.6f, 0.35f),
                                                         at(0.85f, 0.65f)};
 
@@ -392,11 +395,35 @@ void vcaRule(Transcript& t, tagTAVRIN_RULE_TYPE type, std::initializer_list<tagT
     exercise(t, *f);
 }
 
-void pdcRule(Transcript& t, bool lineMode, bool cali)
+// The calibration segment dragged by each of its points: along the line, past its far
+// end, and from the line's start.
+void calibrationDrags(Transcript& t, PdcRule& f)
+{
+    for (unsigned int selected : {1u, 2u}) {
+        f.SetSelCaliPointIndex(selected);
+        tagTAVRIN_POINT cali[2] = {};
+        unsigned int count = 0;
+        f.GetPDCCaliPoint(cali, &count);
+        std::string line = "cali drag " + std::to_string(selected) + ":";
+        for (tagTAVRIN_POINT shift : {at(0.03f, 0.05f), at(0.9f, 0.9f), at(-0.9f, -0.9f)}) {
+            tagTAVRIN_POINT from = cali[selected - 1];
+            tagTAVRIN_POINT to = at(from.x + shift.x, from.y + shift.y);
+            const bool ok = f.MoveCaliPoints(from, to);
+            f.GetPDCCaliPoint(cali, &count);
+            line += std::string(" ") + (ok ? "+" : "-") + str(cali[0]) + str(cali[1]);
+        }
+        t.say(line);
+    }
+    draw(t, f, 640, 480);
+}
+
+void pdcRule(Transcript& t, bool lineMode, bool cali,
+             std::vector<tagTAVRIN_POINT> caliPoints = {at(0.32f, 0.3f), at(0.5f, 0.62f)},
+             std::initializer_list<tagTAVRIN_POINT> line = kSteepLine)
 {
     Owned<PdcRule> f(PdcRule::NewInstance());
     f->SetVcaPDCLineOrRect(lineMode);
-    std::vector<tagTAVRIN_POINT> v = lineMode ? std::vector<tagTAVRIN_POINT>(kSteepLine)
+    std::vector<tagTAVRIN_POINT> v = lineMode ? std::vector<tagTAVRIN_POINT>(line)
                                               : std::vector<tagTAVRIN_POINT>(kConcave);
     f->SetPoints(v.data(), static_cast<unsigned int>(v.size()));
     tagTAVRIN_POINT tail = at(0.45f, 0.35f);
@@ -404,8 +431,9 @@ void pdcRule(Transcript& t, bool lineMode, bool cali)
     f->SetArrowPoints(tail, tip);
     f->SetVcaPDCLineCali(cali);
     f->SetVcaPDCCaliShoulderLine(cali);
-    tagTAVRIN_POINT caliPoints[2] = {at(0.32f, 0.3f), at(0.5f, 0.62f)};
-    f->SetPDCCaliPoint(caliPoints, 2);
+    if (!caliPoints.empty()) {
+        f->SetPDCCaliPoint(caliPoints.data(), 2);
+    }
     f->SetSelCaliPointIndex(cali ? 2 : 0);
     float widths[16] = {0.1f, 0.2f, 0.3f, 0.15f, 0.4f, 0.5f, 0.2f, 0.05f};
     f->SetTargetWidthLine(widths);
@@ -419,6 +447,9 @@ void pdcRule(Transcript& t, bool lineMode, bool cali)
     tagTAVRIN_POINT out[2] = {};
     f->GetArrowPoints(&out[0], &out[1]);
     t.say("arrow ", str(out[0]), " ", str(out[1]));
+    if (cali) {
+        calibrationDrags(t, *f);
+    }
     exercise(t, *f);
     f->GetArrowPoints(&out[0], &out[1]);
     unsigned int count = 0;
@@ -611,6 +642,15 @@ const Case kCases[] = {
          vcaRule(t, TAVRIN_RULE_BROKEN_LINE, kBroken, TAVRIN_ARROW_BOTH, false, TAVRIN_LINE_ARROW);
      },
      true},
+    {"VcaRuleBrokenTraverseBoth",
+     [](Transcript& t) { vcaRule(t, TAVRIN_RULE_BROKEN_LINE, kTurns, TAVRIN_ARROW_BOTH, true, TAVRIN_LINE_ARROW); },
+     true},
+    {"VcaRuleBrokenTraversePositive",
+     [](Transcript& t) { vcaRule(t, TAVRIN_RULE_BROKEN_LINE, kTurns, TAVRIN_ARROW_POSITIVE, true, TAVRIN_LINE_ARROW); },
+     true},
+    {"VcaRuleBrokenTraverseNegative",
+     [](Transcript& t) { vcaRule(t, TAVRIN_RULE_BROKEN_LINE, kTurns, TAVRIN_ARROW_NEGATIVE, true, TAVRIN_LINE_ARROW); },
+     true},
     {"VcaRuleBrokenLinePositive",
      [](Transcript& t) {
          vcaRule(t, TAVRIN_RULE_BROKEN_LINE, kBroken, TAVRIN_ARROW_POSITIVE, false, TAVRIN_LINE_PLAIN);
@@ -644,6 +684,17 @@ const Case kCases[] = {
     {"PdcRuleArea", [](Transcript& t) { pdcRule(t, false, false); }, true},
     {"PdcRuleLine", [](Transcript& t) { pdcRule(t, true, false); }, true},
     {"PdcRuleLineCalibration", [](Transcript& t) { pdcRule(t, true, true); }, false},
+    {"PdcRuleCalibrationUnset", [](Transcript& t) { pdcRule(t, true, true, {}); }, false},
+    {"PdcRuleCalibrationVertical",
+     [](Transcript& t) { pdcRule(t, true, true, {at(0.5f, 0.3f), at(0.5f, 0.6f)}, {at(0.5f, 0.2f), at(0.5f, 0.8f)}); },
+     false},
+    {"PdcRuleCalibrationFlat",
+     [](Transcript& t) { pdcRule(t, true, true, {at(0.6f, 0.5f), at(0.3f, 0.5f)}, kFlatLine); }, false},
+    {"PdcRuleCalibrationFar",
+     [](Transcript& t) {
+         pdcRule(t, true, true, {at(0.3f, 0.3f), at(0.6f, 0.5f)}, {at(-3e38f, 0.2f), at(3e38f, 0.7f)});
+     },
+     false},
     {"SizeFilterRectangle", [](Transcript& t) { sizeFilter(t, TAVRIN_SIZE_FILTER_RECT, 0, true); }, false},
     {"SizeFilterRectangleScheme1", [](Transcript& t) { sizeFilter(t, TAVRIN_SIZE_FILTER_RECT, 1, false); }, false},
     {"SizeFilterSquare", [](Transcript& t) { sizeFilter(t, TAVRIN_SIZE_FILTER_SQUARE, 2, true); }, false},
