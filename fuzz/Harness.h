@@ -41,100 +41,91 @@ inline unsigned liveCount(const Snapshot& s, unsigned live)
 /// Same count and bit-identical vertices (NaN compares equal to itself here).
 inline bool sameVertices(const Snapshot& a, const Snapshot& b, unsigned live = 20)
 {
-    if (a.ok != b.ok || a.count != b.count) {
-        return false;
-    }
-    const unsigned n = liveCount(a, live);
-    return std::memcmp(a.points, b.points, n * sizeof(tagTAVRIN_POINT)) == 0;
+    return a.ok == b.ok && a.count == b.count &&
+           std::memcmp(a.points, b.points, liveCount(a, live) * sizeof(tagTAVRIN_POINT)) == 0;
 }
 
-inline bool allFinitePoints(const tagTAVRIN_POINT* p, unsigned n)
+/// Whether every one of the first `n` points passes `test`.
+template <class Test>
+bool allPoints(const tagTAVRIN_POINT* p, unsigned n, Test test)
 {
     for (unsigned i = 0; i < n; ++i) {
-        if (!finitePoint(p[i])) {
+        if (!test(p[i])) {
             return false;
         }
     }
     return true;
 }
 
-inline bool allInPicture(const Snapshot& s, unsigned live = 20)
-{
-    for (unsigned i = 0; i < liveCount(s, live); ++i) {
-        if (!inPicture(s.points[i])) {
-            return false;
-        }
-    }
-    return true;
-}
+inline bool allFinite(const Snapshot& s, unsigned live = 20) { return allPoints(s.points, liveCount(s, live), finitePoint); }
+inline bool allInPicture(const Snapshot& s, unsigned live = 20) { return allPoints(s.points, liveCount(s, live), inPicture); }
 
-inline bool allFinite(const Snapshot& s, unsigned live = 20)
-{
-    for (unsigned i = 0; i < liveCount(s, live); ++i) {
-        if (!finitePoint(s.points[i])) {
-            return false;
-        }
-    }
-    return true;
-}
-
-/// Every live vertex of `after` is the one of `before` moved by (dx, dy), computed as the
-/// library computes it.
-inline bool shiftedBy(const Snapshot& before, const Snapshot& after, float dx, float dy, unsigned live)
+/// Every live vertex of `after` is the one of `before` moved by (dx, dy) as the library
+/// computes it, or none moved; `only` (1-based, 0 for a whole drag) names the one vertex
+/// that may move when a single vertex is dragged.
+inline bool movedBy(const Snapshot& before, const Snapshot& after, float dx, float dy, unsigned live, unsigned only)
 {
     if (before.count != after.count) {
         return false;
     }
+    bool allShifted = true;
+    bool allKept = true;
     for (unsigned i = 0; i < liveCount(before, live); ++i) {
-        const float x = before.points[i].x + dx;
-        const float y = before.points[i].y + dy;
-        if (std::memcmp(&x, &after.points[i].x, sizeof x) != 0 ||
-            std::memcmp(&y, &after.points[i].y, sizeof y) != 0) {
+        const tagTAVRIN_POINT shifted{before.points[i].x + dx, before.points[i].y + dy};
+        const bool kept = std::memcmp(&after.points[i], &before.points[i], sizeof shifted) == 0;
+        const bool isShifted = std::memcmp(&after.points[i], &shifted, sizeof shifted) == 0;
+        if (only != 0 && !kept && (i + 1 != only || !isShifted)) {
             return false;
         }
+        allShifted = allShifted && isShifted;
+        allKept = allKept && kept;
     }
-    return true;
-}
-
-/// Only vertex `selected` (1-based) of the live ones moved, by exactly (dx, dy), or none
-/// did; with no valid selection none did.
-inline bool movedSelectedVertexOnly(const Snapshot& before, const Snapshot& after, unsigned selected,
-                                    float dx, float dy, unsigned live)
-{
-    if (before.count != after.count) {
-        return false;
-    }
-    for (unsigned i = 0; i < liveCount(before, live); ++i) {
-        const tagTAVRIN_POINT& b = before.points[i];
-        const tagTAVRIN_POINT& a = after.points[i];
-        if (std::memcmp(&a, &b, sizeof a) == 0) {
-            continue;
-        }
-        const float x = b.x + dx;
-        const float y = b.y + dy;
-        if (i + 1 != selected || std::memcmp(&x, &a.x, sizeof x) != 0 ||
-            std::memcmp(&y, &a.y, sizeof y) != 0) {
-            return false;
-        }
-    }
-    return true;
+    return only != 0 || allShifted || allKept;
 }
 
 /// Four corners in the order a diagonal gives them: each corner shares one coordinate
 /// exactly with each neighbour, so a corner drag keeps the figure a rectangle.
 inline bool properRectangle(const Snapshot& s)
 {
-    if (s.count != 4) {
-        return false;
-    }
     const tagTAVRIN_POINT* c = s.points;
-    return c[0].y == c[1].y && c[1].x == c[2].x && c[2].y == c[3].y && c[3].x == c[0].x;
+    return s.count == 4 && c[0].y == c[1].y && c[1].x == c[2].x && c[2].y == c[3].y && c[3].x == c[0].x;
 }
 
 /// A drag vector the library accepts as finite.
 inline bool finiteDrag(const tagTAVRIN_POINT& from, const tagTAVRIN_POINT& to)
 {
     return std::isfinite(to.x - from.x) && std::isfinite(to.y - from.y);
+}
+
+/// What a drag may do, for `checkDrag`.
+struct DragRule {
+    bool whole;         ///< Move, not MovePoint
+    bool cursorOnly;    ///< the vertex is placed at the cursor (a square's corner)
+    bool singleVertex;  ///< MovePoint moves the selected vertex alone
+    bool keepsInside;   ///< an accepted drag keeps a figure inside the picture inside
+    unsigned selected;  ///< the vertex MovePoint may move, 1-based (~0u: none)
+    unsigned live;      ///< how many reported vertices are the figure's own
+};
+
+/// A drag that is not finite changes nothing; a whole drag moves every vertex by the drag
+/// or none; a vertex drag moves the selected vertex alone or none; an accepted drag keeps
+/// the vertices finite, and inside the picture where the rule says so.
+inline void checkDrag(const Snapshot& before, const Snapshot& after, const tagTAVRIN_POINT& from,
+                      const tagTAVRIN_POINT& to, const DragRule& rule)
+{
+    if (rule.cursorOnly ? !finitePoint(to) : !finiteDrag(from, to)) {
+        FUZZ_CHECK(sameVertices(before, after), "a drag that is not finite changes nothing");
+    }
+    if (rule.whole || rule.singleVertex) {
+        FUZZ_CHECK(movedBy(before, after, to.x - from.x, to.y - from.y, rule.live, rule.whole ? 0 : rule.selected),
+                   "a drag moves every vertex (or the selected one) by the drag, or nothing");
+    }
+    if (rule.keepsInside && allInPicture(before, rule.live)) {
+        FUZZ_CHECK(allInPicture(after, rule.live), "an accepted drag keeps every vertex in the picture");
+    }
+    if (allFinite(before)) {
+        FUZZ_CHECK(allFinite(after), "a drag keeps the vertices finite");
+    }
 }
 
 /// A vertex array as a host passes it: `count` entries (at least `minimum`, which covers

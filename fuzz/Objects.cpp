@@ -234,28 +234,13 @@ void moveOp(Tracked& t, FuzzInput& in, const Snapshot& before, bool whole)
         t.obj->MovePoint(from, to);
     }
     const Snapshot after = snapshot(t);
-    const unsigned live = figureVertices(t);
-    const float dx = to.x - from.x;
-    const float dy = to.y - from.y;
-    // A square's corner is placed from the cursor alone; every other drag needs a finite
-    // vector.
-    const bool squareDrag = !whole && t.kind == Kind::SizeFilter && t.sizeFilterType != 0;
-    if (squareDrag ? !finitePoint(to) : !finiteDrag(from, to)) {
-        FUZZ_CHECK(sameVertices(before, after), "a drag that is not finite changes nothing");
-    }
-    if (!whole && singlePoint(t.kind)) {
-        FUZZ_CHECK(sameVertices(before, after), "a single-point figure has no vertex drag");
-    }
-    if (whole) {
-        FUZZ_CHECK(sameVertices(before, after, live) || shiftedBy(before, after, dx, dy, live),
-                   "a whole drag moves every vertex by the drag or none");
-    } else if (t.kind != Kind::SizeFilter && t.kind != Kind::AtmCali) {
-        FUZZ_CHECK(movedSelectedVertexOnly(before, after, selected, dx, dy, live),
-                   "a vertex drag moves the selected vertex alone, by the drag, or nothing");
-    }
-    if ((whole || vertexDragStaysInside(t, before)) && allInPicture(before, live)) {
-        FUZZ_CHECK(allInPicture(after, live), "an accepted drag keeps every vertex in the picture");
-    }
+    // A square's corner is placed from the cursor alone; a single-point figure has no
+    // vertex drag; a size filter's and an ATM figure's corners drag their neighbours.
+    const bool square = t.kind == Kind::SizeFilter && t.sizeFilterType != 0;
+    checkDrag(before, after, from, to,
+              DragRule{whole, !whole && square, t.kind != Kind::SizeFilter && t.kind != Kind::AtmCali,
+                       whole || vertexDragStaysInside(t, before), singlePoint(t.kind) ? ~0u : selected,
+                       figureVertices(t)});
 }
 
 // The setters and queries of the base that leave the vertices alone.
@@ -556,7 +541,7 @@ void convertOp(FuzzInput& in)
             FUZZ_CHECK(p.x == 7.0f && p.y == 7.0f, "a refused conversion writes nothing");
         }
     } else {
-        FUZZ_CHECK(allFinitePoints(out.data(), count), "converted points are finite");
+        FUZZ_CHECK(allPoints(out.data(), count, finitePoint), "converted points are finite");
     }
 }
 

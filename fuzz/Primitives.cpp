@@ -118,8 +118,7 @@ auto movePoint(F& figure, tagTAVRIN_POINT& from, tagTAVRIN_POINT& to) -> decltyp
 }
 inline void movePoint(Point&, tagTAVRIN_POINT&, tagTAVRIN_POINT&) {}
 
-// A whole or vertex drag: a non-finite drag changes nothing, a whole drag moves all or
-// nothing, and a figure inside the picture stays inside when `keepsInside`.
+// A whole or vertex drag, checked by its rule.
 template <class F>
 void dragCheck(F& figure, const Shape& shape, FuzzInput& in, bool whole, bool keepsInside)
 {
@@ -131,26 +130,9 @@ void dragCheck(F& figure, const Shape& shape, FuzzInput& in, bool whole, bool ke
     } else {
         movePoint(figure, from, to);
     }
-    const Snapshot after = read(figure, shape.capacity);
-    const bool cursorOnly = !whole && shape.cursorCorner;
-    if (cursorOnly ? !finitePoint(to) : !finiteDrag(from, to)) {
-        FUZZ_CHECK(sameVertices(before, after), "a drag that is not finite changes nothing");
-    }
-    const float dx = to.x - from.x;
-    const float dy = to.y - from.y;
-    if (whole) {
-        FUZZ_CHECK(sameVertices(before, after) || shiftedBy(before, after, dx, dy, 20),
-                   "a whole drag moves every vertex by the drag or none");
-    } else if (shape.singleVertexDrag) {
-        FUZZ_CHECK(movedSelectedVertexOnly(before, after, figure.GetSelPointIndex(), dx, dy, 20),
-                   "a vertex drag moves the selected vertex alone, by the drag, or nothing");
-    }
-    if (keepsInside && allInPicture(before)) {
-        FUZZ_CHECK(allInPicture(after), "an accepted drag keeps every vertex in the picture");
-    }
-    if (allFinite(before)) {
-        FUZZ_CHECK(allFinite(after), "a drag keeps the vertices finite");
-    }
+    checkDrag(before, read(figure, shape.capacity), from, to,
+              DragRule{whole, !whole && shape.cursorCorner, shape.singleVertexDrag, keepsInside,
+                       figure.GetSelPointIndex(), 20});
 }
 
 /// The operations every primitive shares; `own` takes the rest.
