@@ -324,82 +324,69 @@ void lineHeadOp(FuzzInput& in, T* obj, void (T::*head)(tagTAVRIN_POINT&, tagTAVR
     }
 }
 
+// Either pointer may be null.
 template <class T>
 void arrowPointsOp(FuzzInput& in, T* obj, tagTAVRIN_POINT& a, tagTAVRIN_POINT& b)
 {
-    if (in.flag()) {
-        obj->SetArrowPoints(a, b);
-    } else {
-        obj->GetArrowPoints(in.pick(4) == 0 ? nullptr : &a, in.pick(4) == 0 ? nullptr : &b);
-    }
+    in.flag() ? obj->SetArrowPoints(a, b)
+              : obj->GetArrowPoints(in.pick(4) == 0 ? nullptr : &a, in.pick(4) == 0 ? nullptr : &b);
 }
 
 void pdcOp(PdcRule* p, FuzzInput& in, tagTAVRIN_POINT& a, tagTAVRIN_POINT& b)
 {
+    std::vector<float> widths(16);
+    for (float& v : widths) {
+        v = in.pick(3) == 0 ? 0.0f : in.coord();
+    }
+    const unsigned count = in.count();
+    std::vector<tagTAVRIN_POINT> singles = pointArray(in, count, 1);
+    std::vector<char> label = text(in);
+    const bool null = in.pick(8) == 0;
     switch (in.pick(7)) {
     case 0: arrowPointsOp(in, p, a, b); break;
     case 1: p->SetVcaPDCCaliShoulderLine(in.flag()); break;
     case 2: p->SetSelCaliPointIndex(in.index()); break;
-    case 3: {
-        std::vector<float> values(16);
-        for (float& v : values) {
-            v = in.pick(3) == 0 ? 0.0f : in.coord();
+    case 3: p->SetTargetWidthLine(null ? nullptr : widths.data()); break;
+    case 4: p->SetSinglePoints(null ? nullptr : singles.data(), count); break;
+    case 5: p->GetSinglePoints(null ? nullptr : &a, in.pick(4) == 0 ? nullptr : &count); break;
+    default: p->SetText(null ? nullptr : label.data()); break;
+    }
+}
+
+void caliOp(Tracked& t, FuzzInput& in, tagTAVRIN_POINT& a, tagTAVRIN_POINT& b)
+{
+    if (t.kind == Kind::AtmCali) {
+        auto* c = static_cast<AtmCali*>(t.obj);
+        switch (in.pick(5)) {
+        case 0: c->SetLinePoints(a, b); break;
+        case 1:
+            FUZZ_CHECK(c->GetLinePoints(&a, &b) && finitePoint(a) && finitePoint(b), "the calibration line stays finite");
+            break;
+        case 2: c->MoveLinePoint(a, b); break;
+        case 3:
+            FUZZ_CHECK(c->CheckLinePointSelected(a) <= 2, "CheckLinePointSelected names an end or none");
+            c->SetLineSelPointIndex(in.index());
+            break;
+        default: lineHeadOp(in, c, &AtmCali::GetVCaliLineHead); break;
         }
-        p->SetTargetWidthLine(in.pick(8) == 0 ? nullptr : values.data());
-        break;
-    }
-    case 4: {
-        const unsigned count = in.count();
-        std::vector<tagTAVRIN_POINT> buffer = pointArray(in, count, 1);
-        p->SetSinglePoints(in.pick(8) == 0 ? nullptr : buffer.data(), count);
-        break;
-    }
-    case 5: {
-        unsigned count = 0;
-        p->GetSinglePoints(in.pick(4) == 0 ? nullptr : &a, in.pick(4) == 0 ? nullptr : &count);
-        break;
-    }
-    default: {
+    } else if (t.kind == Kind::ItsCali) {
+        auto* c = static_cast<ItsCali*>(t.obj);
         std::vector<char> label = text(in);
-        p->SetText(in.pick(8) == 0 ? nullptr : label.data());
-        break;
-    }
-    }
-}
-
-void atmOp(AtmCali* c, FuzzInput& in, tagTAVRIN_POINT& a, tagTAVRIN_POINT& b)
-{
-    switch (in.pick(5)) {
-    case 0: c->SetLinePoints(a, b); break;
-    case 1: {
-        const bool ok = c->GetLinePoints(&a, &b);
-        FUZZ_CHECK(ok && finitePoint(a) && finitePoint(b), "the calibration line stays finite");
-        break;
-    }
-    case 2: c->MoveLinePoint(a, b); break;
-    case 3:
-        FUZZ_CHECK(c->CheckLinePointSelected(a) <= 2, "CheckLinePointSelected names an end or none");
-        c->SetLineSelPointIndex(in.index());
-        break;
-    default: lineHeadOp(in, c, &AtmCali::GetVCaliLineHead); break;
-    }
-}
-
-void itsOp(ItsCali* c, FuzzInput& in)
-{
-    std::vector<char> label = text(in);
-    char* p = in.pick(8) == 0 ? nullptr : label.data();
-    const unsigned length = in.pick(4) == 0 ? in.u32() : in.byte();
-    switch (in.pick(3)) {
-    case 0: c->SetWidthLabelText(p, length); break;
-    case 1: c->SetHeightlabelText(p, length); break;
-    default: {
+        char* p = in.pick(8) == 0 ? nullptr : label.data();
+        const unsigned length = in.pick(4) == 0 ? in.u32() : in.byte();
         const unsigned count = in.byte() % 24;
         std::vector<tagTAVRIN_POINT> points = pointArray(in, count, 1);
+        in.flag() ? c->SetWidthLabelText(p, length) : c->SetHeightlabelText(p, length);
         const unsigned top = c->GetMinYPoint(in.pick(8) == 0 ? nullptr : points.data(), count);
         FUZZ_CHECK(top == 0 || top < count, "GetMinYPoint names a vertex or 0");
-        break;
-    }
+    } else if (t.kind == Kind::PupilDistance) {
+        lineHeadOp(in, static_cast<PupilDistance*>(t.obj), &PupilDistance::GetPupilLine);
+    } else if (t.kind == Kind::BinoCali) {
+        static_cast<BinoCali*>(t.obj)->SetRadius(in.pick(4) == 0 ? in.u32() : in.byte());
+    } else if (t.kind == Kind::BehaviorCali || t.kind == Kind::BehaviorCheck) {
+        auto* c = static_cast<BehaviorCali*>(t.obj);
+        c->SetCaliType(static_cast<tagTAVRIN_BEHAV_CALI_TYPE>(in.enumValue()));
+        lineHeadOp(in, c, &BehaviorCali::GetVCaliLineHead);
     }
 }
 
@@ -408,51 +395,31 @@ void classOp(Tracked& t, FuzzInput& in)
 {
     tagTAVRIN_POINT a = in.point();
     tagTAVRIN_POINT b = in.near(a);
+    const unsigned value = in.enumValue();
     switch (t.kind) {
     case Kind::VcaRule: {
         auto* r = static_cast<VcaRule*>(t.obj);
         switch (in.pick(4)) {
         case 0: r->SetColors(in.u32(), in.u32()); break;
-        case 1: r->SetLineType(static_cast<tagTAVRIN_LINE_TYPE>(in.enumValue())); break;
-        case 2: r->SetRuleType(static_cast<tagTAVRIN_RULE_TYPE>(in.enumValue())); break;
-        default: r->SetArrowDirection(static_cast<TAVRIN_ARROW_TYPE>(in.enumValue())); break;
+        case 1: r->SetLineType(static_cast<tagTAVRIN_LINE_TYPE>(value)); break;
+        case 2: r->SetRuleType(static_cast<tagTAVRIN_RULE_TYPE>(value)); break;
+        default: r->SetArrowDirection(static_cast<TAVRIN_ARROW_TYPE>(value)); break;
         }
         break;
     }
-    case Kind::ITCLine:
-        static_cast<ITCLine*>(t.obj)->SetLineType(static_cast<tagTAVRIN_ITC_LINE_TYPE>(in.enumValue()));
-        break;
+    case Kind::ITCLine: static_cast<ITCLine*>(t.obj)->SetLineType(static_cast<tagTAVRIN_ITC_LINE_TYPE>(value)); break;
     case Kind::Lane: arrowPointsOp(in, static_cast<Lane*>(t.obj), a, b); break;
     case Kind::PdcRule: pdcOp(static_cast<PdcRule*>(t.obj), in, a, b); break;
     case Kind::SizeFilter: {
         auto* f = static_cast<SizeFilter*>(t.obj);
-        if (in.flag()) {
-            f->SetColor(static_cast<int>(in.enumValue()));
-            break;
-        }
         const Snapshot before = snapshot(t);
+        f->SetColor(static_cast<int>(value));
         if (!f->SetDiagonal(a, b)) {
             FUZZ_CHECK(sameVertices(before, snapshot(t)), "a refused SetDiagonal changes nothing");
         }
         break;
     }
-    case Kind::AtmCali: atmOp(static_cast<AtmCali*>(t.obj), in, a, b); break;
-    case Kind::BehaviorCali:
-    case Kind::BehaviorCheck: {
-        auto* c = static_cast<BehaviorCali*>(t.obj);
-        if (in.flag()) {
-            c->SetCaliType(static_cast<tagTAVRIN_BEHAV_CALI_TYPE>(in.enumValue()));
-        } else {
-            lineHeadOp(in, c, &BehaviorCali::GetVCaliLineHead);
-        }
-        break;
-    }
-    case Kind::ItsCali: itsOp(static_cast<ItsCali*>(t.obj), in); break;
-    case Kind::PupilDistance:
-        lineHeadOp(in, static_cast<PupilDistance*>(t.obj), &PupilDistance::GetPupilLine);
-        break;
-    case Kind::BinoCali: static_cast<BinoCali*>(t.obj)->SetRadius(in.pick(4) == 0 ? in.u32() : in.byte()); break;
-    default: break;
+    default: caliOp(t, in, a, b); break;
     }
 }
 
