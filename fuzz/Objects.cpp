@@ -338,7 +338,7 @@ void pdcOp(PdcRule* p, FuzzInput& in, tagTAVRIN_POINT& a, tagTAVRIN_POINT& b)
     for (float& v : widths) {
         v = in.pick(3) == 0 ? 0.0f : in.coord();
     }
-    const unsigned count = in.count();
+    unsigned count = in.count();
     std::vector<tagTAVRIN_POINT> singles = pointArray(in, count, 1);
     std::vector<char> label = text(in);
     const bool null = in.pick(8) == 0;
