@@ -435,7 +435,8 @@ void pdcRule(Transcript& t, bool lineMode, bool cali,
         f->SetPDCCaliPoint(caliPoints.data(), 2);
     }
     f->SetSelCaliPointIndex(cali ? 2 : 0);
-    float widths[16] = {0.1f, 0.2f, 0.3f, 0.15f, 0.4f, 0.5f, 0.2f, 0.05f};
+    float widths[16] = {0.1f, 0.2f, 0.3f, 0.15f, 0.4f, 0.5f, 0.2f, 0.05f,
+                        0.12f, 0.22f, 0.0f, 0.35f, 0.45f, 0.25f, 0.3f, 0.08f};
     f->SetTargetWidthLine(widths);
     tagTAVRIN_POINT singles[2] = {at(std::nanf(""), 0.2f), at(0.7f, 0.2f)};
     t.say("single refusals: null ", f->SetSinglePoints(nullptr, 1), " two ", f->SetSinglePoints(singles + 1, 2),
@@ -562,6 +563,30 @@ void single(Transcript& t, bool bino)
     }
 }
 
+// A line's calibration helpers on their own: the segment laid on the line for given
+// calibration points, and where its bar goes, with and without a view size.
+void calibrationHelpers(Transcript& t, Line& line)
+{
+    const tagTAVRIN_POINT inputs[][2] = {{at(0.0f, 0.0f), at(0.0f, 0.0f)}, {at(0.3f, 0.3f), at(0.3f, 0.35f)},
+                                         {at(0.0f, 0.0f), at(0.05f, 0.0f)}, {at(0.1f, 0.1f), at(0.9f, 0.9f)},
+                                         {at(std::nanf(""), 0.1f), at(0.2f, 0.2f)}};
+    for (int size : {0, 640}) {
+        line.SetWndSize(size, size * 3 / 4);
+        std::string text = "cali helpers " + std::to_string(size) + ":";
+        for (const auto& input : inputs) {
+            tagTAVRIN_POINT in[2] = {input[0], input[1]};
+            tagTAVRIN_POINT out[2] = {at(7.0f, 7.0f), at(7.0f, 7.0f)};
+            tagTAVRIN_LINE bar{};
+            line.GetCaliPoints(in, out);
+            line.GetDrawCaliLine(in, &bar);
+            text += " " + str(out[0]) + str(out[1]) + "|" + str(bar.start) + str(bar.end);
+        }
+        tagTAVRIN_POINT out[2] = {at(7.0f, 7.0f), at(7.0f, 7.0f)};
+        line.GetCaliPoints(nullptr, out);
+        t.say(text, " null ", str(out[0]));
+    }
+}
+
 // A primitive made from its vertex array, as the figures make theirs; a line also gets its
 // ends through setP1/setP2 and reads a three-entry array as its first two.
 template <class T>
@@ -583,6 +608,7 @@ void primitive(Transcript& t, std::initializer_list<tagTAVRIN_POINT> points)
         Line source(ends.data(), 2);
         static_cast<Line&>(f) = source;
         readBack(t, f, "assigned");
+        calibrationHelpers(t, source);
     }
 }
 
