@@ -34,9 +34,9 @@ struct CrossingEvent {
 /// Tripwires — a VcaRule as a line or broken line, an ITCLine, a PdcRule in line mode:
 /// side "A" of a segment is where the line's arrow-bar look draws its "A" mark, to the
 /// left of the segment seen on screen from its first vertex towards its second; "B" to
-/// the right. The traverse-plane look places its marks on the same sides, except that a
-/// horizontal plane puts both beside its drawn arrow: the events follow the arrow-bar
-/// look. A VcaRule counts both directions (TAVRIN_ARROW_BOTH), A to B (POSITIVE, its arrow
+/// the right. The traverse-plane look (a broken line's) places its marks on the same
+/// sides; on a horizontal line both sit beside its drawn arrow, still one on each side.
+/// A VcaRule counts both directions (TAVRIN_ARROW_BOTH), A to B (POSITIVE, its arrow
 /// head points to "B"), B to A (NEGATIVE) or none (any other value); an ITCLine counts
 /// both; a PdcRule counts the direction its arrow (tail to tip) points across the line,
 /// none when its arrow runs along it.

@@ -300,8 +300,9 @@ TEST(Diagnostics, SceneHintsNameEachProblemOnce)
     VcaObjectContainer::Release();
 }
 
-// The sides a track crosses are the sides the figure draws its marks on: a track from the
-// drawn "A" to the drawn "B" is one A-to-B crossing, counted as the arrow selects.
+// The sides a track crosses are the sides the figure draws its marks on, in both looks (a
+// horizontal traverse plane's marks too, though both sit beside its arrow): a track from
+// the drawn "A" to the drawn "B" is one A-to-B crossing, counted as the arrow selects.
 TEST_F(GlTest, TripwireSidesAreWhereTheMarksAreDrawn)
 {
     const Points lines[] = {{pt(0.3f, 0.2f), pt(0.6f, 0.7f)}, {pt(0.6f, 0.7f), pt(0.3f, 0.2f)},
@@ -317,13 +318,13 @@ TEST_F(GlTest, TripwireSidesAreWhereTheMarksAreDrawn)
     for (bool traverse : {false, true}) {
         for (const Points& line : lines) {
             for (const auto& arrow : arrows) {
-                Owned<VcaRule> rule(ruleOfType(TAVRIN_RULE_LINE, line));
+                // The traverse-plane look is a broken line's: one segment of it here.
+                Owned<VcaRule> rule(ruleOfType(traverse ? TAVRIN_RULE_BROKEN_LINE : TAVRIN_RULE_LINE, line));
                 rule->SetArrowDirection(arrow.direction);
                 rule->SetIsTraversePlane(traverse);
                 rule->SetObjStatus(TAVRIN_OBJ_STATUS_SELECTED);
-                const bool horizontal = line[0].y == line[1].y;
-                if (traverse && (arrow.direction == TAVRIN_ARROW_BOTH || horizontal)) {
-                    continue;  // no marks, or both beside the arrow: the events follow the bar look
+                if (traverse && arrow.direction == TAVRIN_ARROW_BOTH) {
+                    continue;  // the traverse-plane look draws no marks for both directions
                 }
                 const auto& texts = drawn(*rule, 640, 480).texts;
                 ASSERT_EQ(texts.size(), 2u);
