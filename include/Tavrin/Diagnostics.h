@@ -19,13 +19,12 @@ struct SelfCrossing {
     tagTAVRIN_POINT point;
 };
 
-/// The crossing edge pairs of an outline, by the test that decides a polygon's fill: every
-/// non-adjacent pair of the open chain and, when `closed`, the closing edge against the
-/// edge two before it. A closed figure draws its outline unfilled exactly when this finds
-/// a crossing or its ear cut fails (a degenerate, zero-area outline). Collinear edges
-/// count as crossing, as in that test; their point is the middle of where they overlap
-/// (or of the gap between them). Empty for fewer than 4 vertices, more than 20, a null
-/// array or a non-finite vertex.
+/// Every pair of non-adjacent edges that cross, by the segment test that decides a
+/// polygon's fill (collinear edges count as crossing; their point is the middle of where
+/// they overlap, or of the gap between them), the closing edge included when `closed`. A
+/// closed region with a crossing is drawn without its fill; so is a degenerate one of zero
+/// area, which has none. Empty for fewer than 4 vertices, more than 20, a null array or a
+/// non-finite vertex.
 TAVRIN_API std::vector<SelfCrossing> FindSelfCrossings(const tagTAVRIN_POINT* points, unsigned int count,
                                                        bool closed);
 

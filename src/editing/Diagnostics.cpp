@@ -48,15 +48,15 @@ tagTAVRIN_POINT meetingPoint(const tagTAVRIN_POINT& a, const tagTAVRIN_POINT& b,
 }
 
 // Edges i < j, tested with their ends in the order the fill's test passes them: the
-// closing edge as (first, last) against edge j - 2 backwards.
+// closing edge as (first, last) against the edge two before it backwards.
 void addIfCrossing(const tagTAVRIN_POINT* p, unsigned int n, unsigned int i, unsigned int j,
                    std::vector<SelfCrossing>& out)
 {
-    const bool closing = j == n - 1;
+    const bool closing = j == n - 1 && i == n - 3;
     const tagTAVRIN_POINT& a = closing ? p[0] : p[i];
     const tagTAVRIN_POINT& b = closing ? p[n - 1] : p[i + 1];
     const tagTAVRIN_POINT& c = closing ? p[n - 2] : p[j];
-    const tagTAVRIN_POINT& d = closing ? p[n - 3] : p[j + 1];
+    const tagTAVRIN_POINT& d = closing ? p[n - 3] : p[(j + 1) % n];
     if (geometry::segmentsCross(a, b, c, d)) {
         out.push_back(SelfCrossing{i, j, meetingPoint(a, b, c, d)});
     }
@@ -199,8 +199,10 @@ std::vector<SelfCrossing> FindSelfCrossings(const tagTAVRIN_POINT* points, unsig
                 addIfCrossing(points, n, i, j, out);
             }
         }
-        if (closed) {
-            addIfCrossing(points, n, n - 3, n - 1, out);
+        // The closing edge against every edge not next to it, the one two before first as
+        // the fill's test compares it.
+        for (unsigned int j = 1; closed && j + 2 < n; ++j) {
+            addIfCrossing(points, n, j, n - 1, out);
         }
     } catch (...) {
         out.clear();

@@ -230,6 +230,8 @@ TEST_F(GlTest, SelfCrossingsAgreeWithTheFill)
         {"square", kSquare, {}},
         {"bow tie", kBowTie, {{0, 2}}},
         {"closing edge", {pt(0.2f, 0.2f), pt(0.6f, 0.2f), pt(0.6f, 0.6f), pt(0.1f, 0.4f), pt(0.4f, 0.6f)}, {{2, 4}}},
+        {"closing edge across e1", {pt(0.5f, 0.1f), pt(0.1f, 0.5f), pt(0.9f, 0.5f), pt(0.9f, 0.8f), pt(0.5f, 0.8f)},
+         {{1, 4}}},
         {"two crossings", {pt(0.2f, 0.2f), pt(0.6f, 0.2f), pt(0.6f, 0.6f), pt(0.3f, 0.1f), pt(0.2f, 0.6f)},
          {{0, 2}, {0, 3}}},
     };
