@@ -553,6 +553,8 @@ void single(Transcript& t, bool bino)
 {
     if (bino) {
         Owned<BinoCali> f = make<BinoCali>({at(0.4f, 0.45f)});
+        f->SetRadius(25);  // without a view the radius has nothing to be measured in
+        t.say("radius without a view ", f->Radius());
         f->SetWndSize(640, 480);  // the radius is given in pixels of the view
         f->SetRadius(30);
         t.say("radius ", f->Radius());
@@ -609,6 +611,9 @@ void primitive(Transcript& t, std::initializer_list<tagTAVRIN_POINT> points)
         static_cast<Line&>(f) = source;
         readBack(t, f, "assigned");
         calibrationHelpers(t, source);
+        std::vector<tagTAVRIN_POINT> backwards = {ends[1], ends[0]};  // the left end second
+        Line reversed(backwards.data(), 2);
+        calibrationHelpers(t, reversed);
     }
 }
 
