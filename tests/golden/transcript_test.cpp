@@ -558,6 +558,10 @@ void single(Transcript& t, bool bino)
         f->SetWndSize(640, 480);  // the radius is given in pixels of the view
         f->SetRadius(30);
         t.say("radius ", f->Radius());
+        f->SetWndSize(0, 0);
+        f->SetRadius(50);  // refused while the view has no width
+        f->SetWndSize(640, 480);
+        t.say("radius kept ", f->Radius());
         exercise(t, *f);
     } else {
         Owned<LfCali> f = make<LfCali>({at(0.4f, 0.45f)});
