@@ -131,7 +131,11 @@ TEST(Editing, VertexRefusalsLeaveTheFigureAsItWas)
     EXPECT_TRUE(same(pointsOf(*r), {kSquare[0], kSquare[1], kSquare[2]}));
     EXPECT_TRUE(same(pointsOf(*filter), kSquare));
     EXPECT_EQ(pointsOf(*full).size(), 10u);
-    EXPECT_TRUE(InsertVertex(r.get(), 3, pt(1.0f, 0.0f)));  // the picture's corner is inside
+    EXPECT_TRUE(InsertVertex(r.get(), 3, pt(1.0f, 0.0f)));  // the picture's corners are inside
+    EXPECT_TRUE(InsertVertex(r.get(), 0, pt(0.0f, 1.0f)));
+    r->SetSelPointIndex(5);
+    EXPECT_TRUE(RemoveVertex(r.get(), 0));
+    EXPECT_EQ(r->GetSelPointIndex(), 4u);  // the last vertex stays selected
 }
 
 TEST(Editing, HitEdgeMeasuresInPixelsAlongTheClosingEdgeToo)
@@ -162,6 +166,11 @@ TEST(Editing, HitEdgeMeasuresInPixelsAlongTheClosingEdgeToo)
         }
     }
     EXPECT_FALSE(HitEdge(r.get(), pt(0.4f, 0.2f), 0, 200, 5.0f).hit);
+    EXPECT_FALSE(HitEdge(r.get(), pt(0.4f, 0.2f), 400, 0, 5.0f).hit);
+    EXPECT_TRUE(HitEdge(r.get(), pt(0.4f, 0.2025f), 400, 200, 0.5f).hit);  // half a pixel off
+    Owned<VcaRule> wire(ruleOfType(TAVRIN_RULE_LINE, {pt(0.2f, 0.2f), pt(0.6f, 0.2f)}));
+    EXPECT_EQ(HitEdge(wire.get(), pt(0.4f, 0.21f), 400, 200, 5.0f).edge, 0u);
+    EXPECT_TRUE(HitEdge(wire.get(), pt(0.4f, 0.21f), 400, 200, 5.0f).hit);
     EXPECT_FALSE(HitEdge(r.get(), pt(kNaN, 0.2f), 400, 200, 5.0f).hit);
     EXPECT_FALSE(HitEdge(r.get(), pt(0.4f, 0.2f), 400, 200, kNaN).hit);
     r->SetClosed(false);
@@ -178,6 +187,7 @@ TEST(Editing, NudgeMovesByPixelsWithTheFiguresOwnRule)
     EXPECT_FALSE(Nudge(r.get(), 0.0f, -20.0f, 100, 50));  // would leave the picture
     EXPECT_FALSE(Nudge(r.get(), kInf, 0.0f, 100, 50));
     EXPECT_FALSE(Nudge(r.get(), 1.0f, 0.0f, 0, 50));
+    EXPECT_FALSE(Nudge(r.get(), 1.0f, 0.0f, 100, 0));
     EXPECT_TRUE(same(pointsOf(*r), moved));
 }
 
@@ -211,6 +221,8 @@ TEST(Coordinates, ConvertsBetweenEverySpaceAndRefusesWhole)
     }
     const tagTAVRIN_POINT onvif[1] = {pt(-1.5f, 0.0f)};
     EXPECT_FALSE(ConvertPoints(onvif, 1, CoordinateSpace::Onvif, CoordinateSpace::Normalized, out));
+    const tagTAVRIN_POINT percent[1] = {pt(50.0f, 150.0f)};
+    EXPECT_FALSE(ConvertPoints(percent, 1, CoordinateSpace::Percent, CoordinateSpace::Normalized, out));
     EXPECT_FALSE(ConvertPoints(in, 1, CoordinateSpace::Normalized, CoordinateSpace::Pixels, out, 0, 480));
     const tagTAVRIN_POINT pixel[1] = {pt(641.0f, 0.0f)};
     EXPECT_FALSE(ConvertPoints(pixel, 1, CoordinateSpace::Pixels, CoordinateSpace::Normalized, out, 640, 480));
@@ -257,6 +269,7 @@ TEST_F(GlTest, DrawSelfCrossingsRedrawsTheEdgesAndMarksEachCrossing)
 {
     Owned<ShieldRegion> r = with<ShieldRegion>(kBowTie);
     DrawSelfCrossings(r.get(), 200, 100);
+    expectVertices(recorded().batches.at(0), {kBowTie[0], kBowTie[1]});  // edge 0, then edge 2
     EXPECT_EQ(recorded().sequence(),
               concat({enterCalls({"GL_LINE_SMOOTH"}),
                       {colourCall(0xff2020), "glLineWidth(3)", "glBegin(GL_LINES)", "glEnd()", "glBegin(GL_LINES)",
@@ -281,8 +294,8 @@ TEST(Diagnostics, SceneHintsNameEachProblemOnce)
     const int wire = add(ruleOfType(TAVRIN_RULE_LINE, {pt(0.3f, 0.3f), pt(0.5f, 0.5f)}));
     const int crossed = add(with<EnterRegion>(kBowTie).release());
     const int flat = add(with<ReferenceRegion>({pt(0.1f, 0.1f), pt(0.3f, 0.1f), pt(0.5f, 0.1f)}).release());
-    const int dot = add(with<PupilDistance>({pt(0.7f, 0.7f), pt(0.7f, 0.7f)}).release());
-    Owned<Lane> lane = with<Lane>({pt(0.7f, 0.7f), pt(0.9f, 0.7f), pt(0.9f, 1.2f)});
+    const int dot = add(ruleOfType(TAVRIN_RULE_LINE, {pt(0.7f, 0.7f), pt(0.7f, 0.7f)}));
+    Owned<Lane> lane = with<Lane>({pt(0.7f, 0.7f), pt(1.5f, 0.7f), pt(0.9f, 0.9f)});
     const int outside = registry->AddVcaObject(lane.get());
     std::vector<std::tuple<int, int, SceneHintCode>> got;
     for (const SceneHint& h : GetSceneHints()) {
@@ -368,6 +381,9 @@ TEST(Crossings, TracksAreReportedInOrderAcrossEverySegment)
         EXPECT_POINT_NEAR(events[0].point, 0.2f, 0.4f, 1e-6);
         EXPECT_TRUE(events[0].counts);
     }
+    Owned<ShieldRegion> triangle = with<ShieldRegion>({pt(0.2f, 0.2f), pt(0.6f, 0.2f), pt(0.2f, 0.6f)});
+    const tagTAVRIN_POINT left[2] = {pt(0.1f, 0.3f), pt(0.3f, 0.3f)};  // across the closing edge
+    EXPECT_EQ(TrackCrossings(triangle.get(), left, 2).at(0).figureSegment, 2u);
     Owned<SizeFilter> filter = with<SizeFilter>(kSquare);
     const tagTAVRIN_POINT bad[2] = {pt(0.1f, 0.4f), pt(kNaN, 0.4f)};
     EXPECT_TRUE(TrackCrossings(filter.get(), track, 4).empty());
@@ -391,6 +407,11 @@ TEST(Crossings, PeopleCountingAndTrafficLinesCountByTheirArrow)
     EXPECT_FALSE(TrackCrossings(pdc.get(), up, 2).at(0).counts);
     EXPECT_EQ(TrackCrossings(itc.get(), down, 2).at(0).kind, CrossingKind::AtoB);
     EXPECT_TRUE(TrackCrossings(itc.get(), up, 2).at(0).counts);
+    EXPECT_TRUE(TrackCrossings(itc.get(), down, 2).at(0).counts);
+    tagTAVRIN_POINT along = pt(0.6f, 0.5f);
+    tail = pt(0.4f, 0.5f);
+    pdc->SetArrowPoints(tail, along);  // along the line: no direction counts
+    EXPECT_FALSE(TrackCrossings(pdc.get(), down, 2).at(0).counts || TrackCrossings(pdc.get(), up, 2).at(0).counts);
 }
 
 TEST_F(GlTest, DrawTrackDrawsTheTrackAndAMarkerPerEvent)
