@@ -21,8 +21,6 @@ const float kMarkerHalf = 5.0f;   // pixels
 
 double crossOf(double ax, double ay, double bx, double by) { return ax * by - ay * bx; }
 
-bool finite(const tagTAVRIN_POINT& p) { return std::isfinite(p.x) && std::isfinite(p.y); }
-
 // Which crossing directions a tripwire counts.
 struct Counting {
     bool aToB;
@@ -50,17 +48,6 @@ Counting countingOf(VcaObject* rule, editing::FigureKind kind, const std::vector
     case TAVRIN_ARROW_NEGATIVE: return {false, true};
     default: return {false, false};
     }
-}
-
-double twiceSignedArea(const std::vector<tagTAVRIN_POINT>& p)
-{
-    double twice = 0.0;
-    for (std::size_t i = 0; i < p.size(); ++i) {
-        const tagTAVRIN_POINT& a = p[i];
-        const tagTAVRIN_POINT& b = p[(i + 1) % p.size()];
-        twice += static_cast<double>(a.x) * b.y - static_cast<double>(b.x) * a.y;
-    }
-    return twice;
 }
 
 struct Segment {
@@ -123,7 +110,7 @@ void marker(const tagTAVRIN_POINT& at, bool counted, float halfX, float halfY)
 std::vector<CrossingEvent> TrackCrossings(VcaObject* rule, const tagTAVRIN_POINT* track, unsigned int count)
 {
     std::vector<CrossingEvent> events;
-    if (track == nullptr || count < 2 || !std::all_of(track, track + count, finite)) {
+    if (track == nullptr || count < 2 || !std::all_of(track, track + count, editing::isFinite)) {
         return events;
     }
     const editing::FigureKind kind = editing::kindOf(rule);
@@ -133,10 +120,10 @@ std::vector<CrossingEvent> TrackCrossings(VcaObject* rule, const tagTAVRIN_POINT
     }
     try {
         const std::vector<tagTAVRIN_POINT> points = editing::pointsOf(rule);
-        if (points.size() < 2 || !std::all_of(points.begin(), points.end(), finite)) {
+        if (points.size() < 2 || !std::all_of(points.begin(), points.end(), editing::isFinite)) {
             return events;
         }
-        const double area = tripwire ? 0.0 : twiceSignedArea(points);
+        const double area = tripwire ? 0.0 : editing::twiceSignedArea(points);
         if (!tripwire && area == 0.0) {
             return events;
         }

@@ -18,8 +18,6 @@ const unsigned int kWarningColor = 0xff2020;
 const float kCrossArm = 6.0f;  // pixels
 const float kEdgeWidth = 3.0f;  // pixels
 
-bool finite(const tagTAVRIN_POINT& p) { return std::isfinite(p.x) && std::isfinite(p.y); }
-
 // Where edges a-b and c-d meet: the intersection of their lines, or for parallel edges
 // the middle of the two inner ends along a-b.
 tagTAVRIN_POINT meetingPoint(const tagTAVRIN_POINT& a, const tagTAVRIN_POINT& b, const tagTAVRIN_POINT& c,
@@ -60,17 +58,6 @@ void addIfCrossing(const tagTAVRIN_POINT* p, unsigned int n, unsigned int i, uns
     if (geometry::segmentsCross(a, b, c, d)) {
         out.push_back(SelfCrossing{i, j, meetingPoint(a, b, c, d)});
     }
-}
-
-double signedArea(const std::vector<tagTAVRIN_POINT>& p)
-{
-    double twice = 0.0;
-    for (std::size_t i = 0; i < p.size(); ++i) {
-        const tagTAVRIN_POINT& a = p[i];
-        const tagTAVRIN_POINT& b = p[(i + 1) % p.size()];
-        twice += static_cast<double>(a.x) * b.y - static_cast<double>(b.x) * a.y;
-    }
-    return twice / 2.0;
 }
 
 bool insidePolygon(const tagTAVRIN_POINT& q, const std::vector<tagTAVRIN_POINT>& p)
@@ -145,7 +132,7 @@ void hintsOf(const Figure& f, std::vector<SceneHint>& out)
         if (!FindSelfCrossings(f.points.data(), static_cast<unsigned int>(f.points.size()), closed).empty()) {
             out.push_back({f.slot, -1, SceneHintCode::SelfCrossing,
                            describe(f) + " crosses itself: it is drawn unfilled"});
-        } else if (f.points.size() < 3 || signedArea(f.points) == 0.0) {
+        } else if (f.points.size() < 3 || editing::twiceSignedArea(f.points) == 0.0) {
             out.push_back({f.slot, -1, SceneHintCode::ZeroArea, describe(f) + " has no area"});
         }
     }
@@ -189,7 +176,7 @@ void shieldedHints(const std::vector<Figure>& figures, const Figure& f, std::vec
 std::vector<SelfCrossing> FindSelfCrossings(const tagTAVRIN_POINT* points, unsigned int count, bool closed)
 {
     std::vector<SelfCrossing> out;
-    if (points == nullptr || count < 4 || count > 20 || !std::all_of(points, points + count, finite)) {
+    if (points == nullptr || count < 4 || count > 20 || !std::all_of(points, points + count, editing::isFinite)) {
         return out;
     }
     const unsigned int n = count;

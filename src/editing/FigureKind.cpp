@@ -3,6 +3,8 @@
 
 #include <Tavrin/Tavrin.h>
 
+#include <cmath>
+
 namespace Tavrin {
 
 /// Reads the state the editing functions need that the classes keep to themselves.
@@ -116,6 +118,19 @@ bool isRegion(FigureKind kind)
     case FigureKind::PdcRuleArea: return true;
     default: return false;
     }
+}
+
+bool isFinite(const tagTAVRIN_POINT& p) { return std::isfinite(p.x) && std::isfinite(p.y); }
+
+double twiceSignedArea(const std::vector<tagTAVRIN_POINT>& points)
+{
+    double twice = 0.0;
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        const tagTAVRIN_POINT& a = points[i];
+        const tagTAVRIN_POINT& b = points[(i + 1) % points.size()];
+        twice += static_cast<double>(a.x) * b.y - static_cast<double>(b.x) * a.y;
+    }
+    return twice;
 }
 
 std::vector<tagTAVRIN_POINT> pointsOf(VcaObject* object)

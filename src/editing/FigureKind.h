@@ -50,6 +50,12 @@ bool isTripwire(FigureKind kind);
 /// Regions: the figures whose outline is entered and left.
 bool isRegion(FigureKind kind);
 
+/// Both coordinates finite.
+bool isFinite(const tagTAVRIN_POINT& p);
+/// Twice the shoelace area of the closed outline, float products summed in double:
+/// positive when it turns clockwise on screen (y down).
+double twiceSignedArea(const std::vector<tagTAVRIN_POINT>& points);
+
 /// The object's vertices through its class's GetPoints; empty when it refuses.
 std::vector<tagTAVRIN_POINT> pointsOf(VcaObject* object);
 /// The class's SetPoints.
