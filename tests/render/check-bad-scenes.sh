@@ -69,6 +69,26 @@ refused "tavrin-render: --size: expected WxH with sides from 16 to 4096, got \"6
   ../good.json -o "$work/out/picture.png" --size 640x0
 refused "tavrin-render: unknown option \"--colour\" ($usage)" 2 ../good.json -o "$work/out/picture.png" --colour
 
+# Endless input is refused in bounded memory; the output may not be the scene itself.
+refused "/dev/zero: larger than 16777216 bytes, not a scene" 1 /dev/zero -o "$work/out/picture.png"
+mkdir -p "$work/in" && cp "$here/good.json" "$work/in/scene.json" && ln -s scene.json "$work/in/link.json"
+refused "$work/in/scene.json: is the scene file itself, not overwritten" 1 \
+  "$work/in/scene.json" -o "$work/in/scene.json"
+refused "$work/in/link.json: is the scene file itself, not overwritten" 1 \
+  "$work/in/scene.json" -o "$work/in/link.json"
+if cmp -s "$here/good.json" "$work/in/scene.json"; then
+  passed=$((passed + 1))
+else
+  echo "FAIL the scene was overwritten by its own picture"
+  failed=$((failed + 1))
+fi
+if "$render" --version | grep -Eqx 'tavrin-render [0-9]+\.[0-9]+\.[0-9]+' && "$render" --help | grep -q '^Exit status'; then
+  passed=$((passed + 1))
+else
+  echo "FAIL --version or --help"
+  failed=$((failed + 1))
+fi
+
 # And the good scene next to bad/ does render, so the refusals above are the scenes'.
 rm -rf "$work/out" && mkdir -p "$work/out"
 if (cd "$here" && "$render" good.json -o "$work/out/picture.png" 2>"$work/stderr") &&

@@ -183,10 +183,12 @@ Scene readSceneFile(const QString& path, const std::optional<QSize>& size)
     if (!file.open(QIODevice::ReadOnly)) {
         throw SceneError(QString(), QStringLiteral("cannot read: %1").arg(file.errorString()));
     }
-    if (file.size() > kMaxFileBytes) {
+    // Read at most one byte past the limit, so a device or a pipe that never ends (or a
+    // file that grows) is refused in bounded memory like a large file.
+    const QByteArray json = file.read(kMaxFileBytes + 1);
+    if (json.size() > kMaxFileBytes) {
         throw SceneError(QString(), QStringLiteral("larger than %1 bytes, not a scene").arg(kMaxFileBytes));
     }
-    const QByteArray json = file.readAll();
     return parseScene(json, QFileInfo(path).absolutePath(), size);
 }
 

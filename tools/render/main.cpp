@@ -1,6 +1,7 @@
 // tavrin-render: draws a scene file headlessly and writes the picture as PNG.
 //
 //   tavrin-render SCENE.json -o OUT.png [--size WxH] [--no-text]
+//   tavrin-render --help | --version
 //
 // A refused scene, or any other failure, prints one line on stderr naming the file and
 // the field, exits non-zero and leaves no output file behind (the picture is written to
@@ -12,6 +13,7 @@
 
 #include <Tavrin/VcaObjectContainer.h>
 
+#include <QFile>
 #include <QSaveFile>
 #include <QString>
 #include <QStringList>
@@ -20,9 +22,22 @@
 #include <exception>
 #include <optional>
 
+#include <sys/stat.h>
+
 namespace {
 
 const char kUsage[] = "usage: tavrin-render SCENE.json -o OUT.png [--size WxH] [--no-text]";
+const char kHelp[] =
+    "Draws a Tavrin scene file (docs/scene-format.md) into a PNG picture, headlessly.\n"
+    "\n"
+    "  -o OUT.png     where the picture goes (written whole or not at all)\n"
+    "  --size WxH     the view size in pixels, each side 16 to 4096 (default: the scene's)\n"
+    "  --no-text      leave labels and side marks without glyphs\n"
+    "  --version      print the version and exit\n"
+    "\n"
+    "Output format: PNG.\n"
+    "Exit status: 0 drawn; 1 the scene or a file was refused (one line on stderr naming the\n"
+    "file and the field); 2 the command line was refused.";
 
 struct Arguments {
     QString scene;
@@ -131,10 +146,24 @@ void writePng(const QImage& image, const QString& path)
     }
 }
 
+/// Whether writing `output` would replace `scene`: the same file by any path, link or
+/// hard link.
+bool sameFile(const QString& scene, const QString& output)
+{
+    struct stat a {};
+    struct stat b {};
+    return ::stat(QFile::encodeName(scene).constData(), &a) == 0 &&
+           ::stat(QFile::encodeName(output).constData(), &b) == 0 && a.st_dev == b.st_dev && a.st_ino == b.st_ino;
+}
+
 int run(const Arguments& args)
 {
     RegistryRelease release;
     QString failing = args.scene;
+    if (sameFile(args.scene, args.output)) {
+        printLine(QStringLiteral("%1: is the scene file itself, not overwritten").arg(args.output));
+        return 1;
+    }
     try {
         const Tavrin::render::Scene scene = Tavrin::render::readSceneFile(args.scene, args.size);
         Tavrin::offscreen::OffscreenGl gl;
@@ -167,7 +196,11 @@ int main(int argc, char** argv)
         list << QString::fromLocal8Bit(argv[i]);
     }
     if (list.contains(QLatin1String("-h")) || list.contains(QLatin1String("--help"))) {
-        std::printf("%s\n", kUsage);
+        std::printf("%s\n\n%s\n", kUsage, kHelp);
+        return 0;
+    }
+    if (list.contains(QLatin1String("--version"))) {
+        std::printf("tavrin-render %s\n", TAVRIN_VERSION);
         return 0;
     }
     try {
