@@ -1,5 +1,7 @@
 #include "FieldReader.h"
 
+#include <QLocale>
+
 #include <cmath>
 
 namespace Tavrin {
@@ -9,7 +11,9 @@ namespace {
 
 QString shown(double value)
 {
-    return QString::number(value, 'g', 8);
+    // The shortest text that reads back as the same number, so a value just past a
+    // bound shows why it was refused.
+    return QString::number(value, 'g', QLocale::FloatingPointShortest);
 }
 
 QString shown(const QJsonValue& value)
@@ -59,12 +63,12 @@ bool parseColour(const QString& text, unsigned int& rgb)
     return true;
 }
 
-QString countPhrase(int min, int max, const char* noun)
+QString countPhrase(int min, int max, const char* one, const char* many)
 {
     if (min == max) {
-        return QStringLiteral("%1 %2").arg(min).arg(QString::fromLatin1(noun));
+        return QStringLiteral("%1 %2").arg(min).arg(QString::fromLatin1(min == 1 ? one : many));
     }
-    return QStringLiteral("%1 to %2 %3").arg(min).arg(max).arg(QString::fromLatin1(noun));
+    return QStringLiteral("%1 to %2 %3").arg(min).arg(max).arg(QString::fromLatin1(many));
 }
 
 FieldReader::FieldReader(QJsonObject object, QString path) : m_object(std::move(object)), m_path(std::move(path))

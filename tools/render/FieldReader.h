@@ -91,8 +91,8 @@ private:
 /// Reads "#rrggbb" (exactly six hexadecimal digits) into 0xRRGGBB.
 bool parseColour(const QString& text, unsigned int& rgb);
 
-/// "3 to 10 vertices" or "2 vertices": the count phrase of the messages.
-QString countPhrase(int min, int max, const char* noun);
+/// "3 to 10 vertices", "2 vertices" or "1 vertex": the count phrase of the messages.
+QString countPhrase(int min, int max, const char* one, const char* many);
 
 }  // namespace render
 }  // namespace Tavrin

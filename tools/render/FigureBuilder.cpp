@@ -11,10 +11,11 @@ FigureBuilder::FigureBuilder(FieldReader& fields, QString kind, int width, int h
 {
 }
 
-std::vector<tagTAVRIN_POINT> FigureBuilder::vertices(int min, int max, const QString& mode)
+std::vector<tagTAVRIN_POINT> FigureBuilder::vertices(int min, int max, const QString& mode, const QString& phrase)
 {
     const QString who = mode.isEmpty() ? m_kind : m_kind + QLatin1Char(' ') + mode;
-    const QString counted = QStringLiteral("%1 takes %2").arg(who, countPhrase(min, max, "vertices"));
+    const QString takes = phrase.isEmpty() ? countPhrase(min, max, "vertex", "vertices") : phrase;
+    const QString counted = QStringLiteral("%1 takes %2").arg(who, takes);
     std::optional<std::vector<tagTAVRIN_POINT>> read = m_fields.points("vertices", min, max, counted);
     if (!read) {
         m_fields.fail("vertices", QStringLiteral("missing"));

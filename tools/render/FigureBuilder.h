@@ -28,7 +28,9 @@ public:
 
     /// Reads the required "vertices": `min` to `max` points. `mode` qualifies the kind in
     /// the refusal ("PdcRule in line mode takes 2 vertices, got 5").
-    std::vector<tagTAVRIN_POINT> vertices(int min, int max, const QString& mode = QString());
+    /// `phrase` replaces the count phrase where the rule is not a plain range.
+    std::vector<tagTAVRIN_POINT> vertices(int min, int max, const QString& mode = QString(),
+                                          const QString& phrase = QString());
 
     /// Registers a figure fresh from its class's NewInstance: the registry takes a
     /// reference and the creator's is released, so the registry owns it from here on. The

@@ -209,9 +209,10 @@ void setupPdcRule(FigureBuilder& b)
 void setupSizeFilter(FigureBuilder& b)
 {
     FieldReader& in = b.fields();
-    Vertices v = b.vertices(2, 4);
+    const QString phrase = QStringLiteral("2 vertices (a diagonal) or 4 (the corners)");
+    Vertices v = b.vertices(2, 4, QString(), phrase);
     if (v.size() == 3) {
-        in.fail("vertices", QStringLiteral("SizeFilter takes 2 vertices (a diagonal) or 4 (the corners), got 3"));
+        in.fail("vertices", QStringLiteral("SizeFilter takes %1, got 3").arg(phrase));
     }
     const std::optional<int> filterType = in.choice("filterType", kFilterTypes);
     const std::optional<int> scheme = in.integer("colorScheme", 0, 2);

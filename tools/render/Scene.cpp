@@ -11,6 +11,9 @@
 #include <QImageReader>
 #include <QJsonDocument>
 #include <QJsonParseError>
+#include <QSet>
+
+#include <vector>
 
 namespace Tavrin {
 namespace render {
@@ -38,9 +41,51 @@ QString lineAndColumn(const QByteArray& text, int offset)
     return QStringLiteral("line %1, column %2").arg(line).arg(column);
 }
 
+/// Where in well-formed JSON a key stands a second time in one object, or -1; `key` gets
+/// its text as written. A parser keeps only the last of repeated keys, silently.
+int repeatedKey(const QByteArray& json, QByteArray& key)
+{
+    struct Frame {
+        bool object;
+        bool expectKey;
+        QSet<QByteArray> keys;
+    };
+    std::vector<Frame> frames;
+    for (int i = 0; i < json.size(); ++i) {
+        const char c = json[i];
+        if (c == '{' || c == '[') {
+            frames.push_back(Frame{c == '{', c == '{', {}});
+        } else if ((c == '}' || c == ']') && !frames.empty()) {
+            frames.pop_back();
+        } else if (c == ',' && !frames.empty()) {
+            frames.back().expectKey = frames.back().object;
+        } else if (c == '"') {
+            const int start = i;
+            for (++i; i < json.size() && json[i] != '"'; ++i) {
+                i += json[i] == '\\' ? 1 : 0;
+            }
+            if (!frames.empty() && frames.back().expectKey) {
+                key = json.mid(start + 1, i - start - 1);
+                frames.back().expectKey = false;
+                if (frames.back().keys.contains(key)) {
+                    return start;
+                }
+                frames.back().keys.insert(key);
+            }
+        }
+    }
+    return -1;
+}
+
 QImage readPicture(FieldReader& top, const QString& name, const QString& baseDir)
 {
-    QImageReader reader(QDir(baseDir).filePath(name));
+    const QString path = QDir(baseDir).filePath(name);
+    if (name.isEmpty() || QFileInfo(path).isDir()) {
+        top.fail("background", QStringLiteral("\"%1\" is %2, not a picture file")
+                                   .arg(name.left(40), name.isEmpty() ? QStringLiteral("an empty path")
+                                                                      : QStringLiteral("a directory")));
+    }
+    QImageReader reader(path);
     const QSize size = reader.size();
     if (!reader.canRead()) {
         top.fail("background", QStringLiteral("cannot read the picture \"%1\": %2").arg(name, reader.errorString()));
@@ -89,6 +134,13 @@ QSize readSize(FieldReader& top, const QImage& picture)
     }
     if (picture.isNull()) {
         return kDefaultSize;
+    }
+    if (picture.width() < 16 || picture.height() < 16) {
+        top.fail("width", QStringLiteral("missing: the background picture is %1x%2, smaller than a view may be "
+                                         "(16 to %3 pixels a side); give width and height")
+                              .arg(picture.width())
+                              .arg(picture.height())
+                              .arg(kMaxViewSide));
     }
     if (picture.width() > kMaxViewSide || picture.height() > kMaxViewSide) {
         top.fail("width", QStringLiteral("missing: the background picture is %1x%2, larger than a view may be; "
@@ -146,8 +198,21 @@ Scene parseScene(const QByteArray& json, const QString& baseDir, const std::opti
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(json, &error);
     if (error.error != QJsonParseError::NoError) {
+        // A lone number, string, true, false or null is JSON, just not a scene.
+        QJsonParseError wrapped;
+        QJsonDocument::fromJson("[" + json + "]", &wrapped);
+        if (wrapped.error == QJsonParseError::NoError) {
+            throw SceneError(QString(), QStringLiteral("a scene must be a JSON object, got %1")
+                                            .arg(QString::fromUtf8(json.trimmed().left(40))));
+        }
         throw SceneError(QString(), QStringLiteral("invalid JSON at %1: %2")
                                         .arg(lineAndColumn(json, error.offset), error.errorString()));
+    }
+    QByteArray key;
+    const int repeated = repeatedKey(json, key);
+    if (repeated >= 0) {
+        throw SceneError(QString(), QStringLiteral("the key \"%1\" stands twice in one object at %2")
+                                        .arg(QString::fromUtf8(key.left(40)), lineAndColumn(json, repeated)));
     }
     if (!document.isObject()) {
         throw SceneError(QString(), QStringLiteral("a scene must be a JSON object"));
