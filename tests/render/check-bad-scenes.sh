@@ -68,15 +68,18 @@ refused "tavrin-render: no scene file given ($usage)" 2 -o "$work/out/picture.pn
 refused "tavrin-render: --size: expected WxH with sides from 16 to 4096, got \"640x0\" ($usage)" 2 \
   ../good.json -o "$work/out/picture.png" --size 640x0
 refused "tavrin-render: unknown option \"--colour\" ($usage)" 2 ../good.json -o "$work/out/picture.png" --colour
+refused "tavrin-render: -o $work/out/picture.gif: the output format follows the extension: .png, .jpg or .jpeg ($usage)" 2 \
+  ../good.json -o "$work/out/picture.gif"
 
 # Endless input is refused in bounded memory; the output may not be the scene itself.
 refused "/dev/zero: larger than 16777216 bytes, not a scene" 1 /dev/zero -o "$work/out/picture.png"
-mkdir -p "$work/in" && cp "$here/good.json" "$work/in/scene.json" && ln -s scene.json "$work/in/link.json"
-refused "$work/in/scene.json: is the scene file itself, not overwritten" 1 \
-  "$work/in/scene.json" -o "$work/in/scene.json"
-refused "$work/in/link.json: is the scene file itself, not overwritten" 1 \
-  "$work/in/scene.json" -o "$work/in/link.json"
-if cmp -s "$here/good.json" "$work/in/scene.json"; then
+# (A scene named like a picture, reached by its own path and through a link.)
+mkdir -p "$work/in" && cp "$here/good.json" "$work/in/scene.png" && ln -s scene.png "$work/in/link.png"
+refused "$work/in/scene.png: is the scene file itself, not overwritten" 1 \
+  "$work/in/scene.png" -o "$work/in/scene.png"
+refused "$work/in/link.png: is the scene file itself, not overwritten" 1 \
+  "$work/in/scene.png" -o "$work/in/link.png"
+if cmp -s "$here/good.json" "$work/in/scene.png"; then
   passed=$((passed + 1))
 else
   echo "FAIL the scene was overwritten by its own picture"
@@ -86,6 +89,15 @@ if "$render" --version | grep -Eqx 'tavrin-render [0-9]+\.[0-9]+\.[0-9]+' && "$r
   passed=$((passed + 1))
 else
   echo "FAIL --version or --help"
+  failed=$((failed + 1))
+fi
+
+# A .jpg output is a JPEG picture.
+rm -rf "$work/out" && mkdir -p "$work/out"
+if (cd "$here" && "$render" good.json -o "$work/out/picture.jpg") && [ "$(head -c 2 "$work/out/picture.jpg" | od -An -tx1 | tr -d ' ')" = ffd8 ]; then
+  passed=$((passed + 1))
+else
+  echo "FAIL good.json -o picture.jpg did not write a JPEG"
   failed=$((failed + 1))
 fi
 

@@ -15,6 +15,9 @@
 
 #include <vector>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 namespace Tavrin {
 namespace render {
 
@@ -40,6 +43,31 @@ QString lineAndColumn(const QByteArray& text, int offset)
     }
     return QStringLiteral("line %1, column %2").arg(line).arg(column);
 }
+
+/// Sends what is written to standard error to /dev/null while it lives.
+class QuietStandardError {
+public:
+    QuietStandardError() : m_saved(::dup(2))
+    {
+        const int null = ::open("/dev/null", O_WRONLY);
+        if (null >= 0) {
+            ::dup2(null, 2);
+            ::close(null);
+        }
+    }
+    ~QuietStandardError()
+    {
+        if (m_saved >= 0) {
+            ::dup2(m_saved, 2);
+            ::close(m_saved);
+        }
+    }
+    QuietStandardError(const QuietStandardError&) = delete;
+    QuietStandardError& operator=(const QuietStandardError&) = delete;
+
+private:
+    int m_saved;
+};
 
 /// Where in well-formed JSON a key stands a second time in one object, or -1; `key` gets
 /// its text as written. A parser keeps only the last of repeated keys, silently.
@@ -97,9 +125,15 @@ QImage readPicture(FieldReader& top, const QString& name, const QString& baseDir
                                    .arg(size.height())
                                    .arg(kMaxPictureSide));
     }
-    QImage picture = reader.read();
+    QImage picture;
+    {
+        // Image decoders print their own complaints; the renderer's line is the only one.
+        QuietStandardError quiet;
+        picture = reader.read();
+    }
     if (picture.isNull()) {
-        top.fail("background", QStringLiteral("cannot read the picture \"%1\": %2").arg(name, reader.errorString()));
+        top.fail("background", QStringLiteral("cannot read the picture \"%1\": truncated or damaged (%2)")
+                                   .arg(name, reader.errorString()));
     }
     return picture;
 }

@@ -1,4 +1,4 @@
-// tavrin-render: draws a scene file headlessly and writes the picture as PNG.
+// tavrin-render: draws a scene file headlessly and writes the picture as PNG or JPEG.
 //
 //   tavrin-render SCENE.json -o OUT.png [--size WxH] [--no-text]
 //   tavrin-render --help | --version
@@ -14,6 +14,7 @@
 #include <Tavrin/VcaObjectContainer.h>
 
 #include <QFile>
+#include <QFileInfo>
 #include <QSaveFile>
 #include <QString>
 #include <QStringList>
@@ -35,7 +36,7 @@ const char kHelp[] =
     "  --no-text      leave labels and side marks without glyphs\n"
     "  --version      print the version and exit\n"
     "\n"
-    "Output format: PNG.\n"
+    "Output format: by the extension of OUT: .png, .jpg or .jpeg.\n"
     "Exit status: 0 drawn; 1 the scene or a file was refused (one line on stderr naming the\n"
     "file and the field); 2 the command line was refused.";
 
@@ -84,6 +85,20 @@ std::optional<QSize> parseSize(const QString& text)
     return QSize(width, height);
 }
 
+/// The image format the output's extension names, or null for one the renderer does not
+/// write.
+const char* formatOf(const QString& path)
+{
+    const QString suffix = QFileInfo(path).suffix().toLower();
+    if (suffix == QLatin1String("png")) {
+        return "PNG";
+    }
+    if (suffix == QLatin1String("jpg") || suffix == QLatin1String("jpeg")) {
+        return "JPEG";
+    }
+    return nullptr;
+}
+
 Arguments parseArguments(const QStringList& args)
 {
     Arguments parsed;
@@ -121,6 +136,10 @@ Arguments parseArguments(const QStringList& args)
     if (parsed.output.isEmpty()) {
         throw UsageError{QStringLiteral("no output file given (-o OUT.png)")};
     }
+    if (formatOf(parsed.output) == nullptr) {
+        throw UsageError{QStringLiteral("-o %1: the output format follows the extension: .png, .jpg or .jpeg")
+                             .arg(parsed.output.left(80))};
+    }
     return parsed;
 }
 
@@ -135,13 +154,13 @@ struct RegistryRelease {
     ~RegistryRelease() { Tavrin::VcaObjectContainer::Release(); }
 };
 
-void writePng(const QImage& image, const QString& path)
+void writePicture(const QImage& image, const QString& path)
 {
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly)) {
         throw Tavrin::render::SceneError(QString(), QStringLiteral("cannot write: %1").arg(file.errorString()));
     }
-    if (!image.save(&file, "PNG") || !file.commit()) {
+    if (!image.save(&file, formatOf(path)) || !file.commit()) {
         throw Tavrin::render::SceneError(QString(), QStringLiteral("cannot write: %1").arg(file.errorString()));
     }
 }
@@ -174,7 +193,7 @@ int run(const Arguments& args)
         }
         const QImage image = Tavrin::render::renderScene(scene, gl, args.text);
         failing = args.output;
-        writePng(image, args.output);
+        writePicture(image, args.output);
     } catch (const Tavrin::render::SceneError& e) {
         if (e.field().isEmpty()) {
             printLine(QStringLiteral("%1: %2").arg(failing, e.message()));
