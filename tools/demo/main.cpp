@@ -29,7 +29,8 @@ namespace {
 const char kUsage[] =
     "usage: tavrin-demo [SCENE.json]\n"
     "       tavrin-demo --self-test SCENE.json [--grab VIEW.png] [--save EDITED.json]\n"
-    "       tavrin-demo --screenshot WINDOW.png [SCENE.json] [--press X,Y]";
+    "       tavrin-demo --screenshot WINDOW.png [SCENE.json] [--press X,Y]\n"
+    "       tavrin-demo --help | --version";
 
 struct Arguments {
     QString scene;
@@ -118,13 +119,21 @@ int main(int argc, char** argv)
     format.setVersion(2, 1);
     QSurfaceFormat::setDefaultFormat(format);
 
+    // Help and version need no display: answered before the application connects to one.
+    for (int i = 1; i < argc; ++i) {
+        const QByteArray arg(argv[i]);
+        if (arg == "-h" || arg == "--help") {
+            std::printf("%s\n", kUsage);
+            return 0;
+        }
+        if (arg == "--version") {
+            std::printf("tavrin-demo %s\n", TAVRIN_VERSION);
+            return 0;
+        }
+    }
     QApplication app(argc, argv);
     QStringList list = app.arguments();
     list.removeFirst();
-    if (list.contains(QLatin1String("-h")) || list.contains(QLatin1String("--help"))) {
-        std::printf("%s\n", kUsage);
-        return 0;
-    }
     Arguments args;
     if (!parseArguments(list, args)) {
         return 2;
