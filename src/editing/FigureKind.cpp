@@ -40,37 +40,35 @@ R withTyped(VcaObject* object, R none, F&& f)
     return none;
 }
 
+// The kind of each class as itself; the two rules with modes ask theirs.
+FigureKind kindFor(ShieldRegion*) { return FigureKind::ShieldRegion; }
+FigureKind kindFor(ReferenceRegion*) { return FigureKind::ReferenceRegion; }
+FigureKind kindFor(EnterRegion*) { return FigureKind::EnterRegion; }
+FigureKind kindFor(ITCPlateRegion*) { return FigureKind::ITCPlateRegion; }
+FigureKind kindFor(ITCLine*) { return FigureKind::ITCLine; }
+FigureKind kindFor(Lane*) { return FigureKind::Lane; }
+FigureKind kindFor(SizeFilter*) { return FigureKind::SizeFilter; }
+FigureKind kindFor(AtmCali*) { return FigureKind::AtmCali; }
+FigureKind kindFor(BehaviorCali*) { return FigureKind::BehaviorCali; }
+FigureKind kindFor(ItsCali*) { return FigureKind::ItsCali; }
+FigureKind kindFor(PupilDistance*) { return FigureKind::PupilDistance; }
+FigureKind kindFor(BinoCali*) { return FigureKind::BinoCali; }
+FigureKind kindFor(LfCali*) { return FigureKind::LfCali; }
+FigureKind kindFor(PdcRule* rule) { return pdcLineMode(rule) ? FigureKind::PdcRuleLine : FigureKind::PdcRuleArea; }
+FigureKind kindFor(VcaRule* rule)
+{
+    switch (rule->GetRuleType()) {
+    case TAVRIN_RULE_LINE: return FigureKind::VcaRuleLine;
+    case TAVRIN_RULE_BROKEN_LINE: return FigureKind::VcaRuleBrokenLine;
+    default: return FigureKind::VcaRuleRegion;
+    }
+}
+
 }  // namespace
 
 FigureKind kindOf(VcaObject* object)
 {
-    if (object == nullptr) {
-        return FigureKind::None;
-    }
-    if (auto* rule = dynamic_cast<VcaRule*>(object)) {
-        switch (rule->GetRuleType()) {
-        case TAVRIN_RULE_LINE: return FigureKind::VcaRuleLine;
-        case TAVRIN_RULE_BROKEN_LINE: return FigureKind::VcaRuleBrokenLine;
-        default: return FigureKind::VcaRuleRegion;
-        }
-    }
-    if (auto* rule = dynamic_cast<PdcRule*>(object)) {
-        return pdcLineMode(rule) ? FigureKind::PdcRuleLine : FigureKind::PdcRuleArea;
-    }
-    if (dynamic_cast<ShieldRegion*>(object)) return FigureKind::ShieldRegion;
-    if (dynamic_cast<ReferenceRegion*>(object)) return FigureKind::ReferenceRegion;
-    if (dynamic_cast<EnterRegion*>(object)) return FigureKind::EnterRegion;
-    if (dynamic_cast<ITCPlateRegion*>(object)) return FigureKind::ITCPlateRegion;
-    if (dynamic_cast<ITCLine*>(object)) return FigureKind::ITCLine;
-    if (dynamic_cast<Lane*>(object)) return FigureKind::Lane;
-    if (dynamic_cast<SizeFilter*>(object)) return FigureKind::SizeFilter;
-    if (dynamic_cast<AtmCali*>(object)) return FigureKind::AtmCali;
-    if (dynamic_cast<BehaviorCali*>(object)) return FigureKind::BehaviorCali;
-    if (dynamic_cast<ItsCali*>(object)) return FigureKind::ItsCali;
-    if (dynamic_cast<PupilDistance*>(object)) return FigureKind::PupilDistance;
-    if (dynamic_cast<BinoCali*>(object)) return FigureKind::BinoCali;
-    if (dynamic_cast<LfCali*>(object)) return FigureKind::LfCali;
-    return FigureKind::None;
+    return withTyped(object, FigureKind::None, [](auto* typed) { return kindFor(typed); });
 }
 
 KindLimits limitsOf(VcaObject* object)
