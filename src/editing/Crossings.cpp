@@ -169,9 +169,9 @@ void DrawTrack(const tagTAVRIN_POINT* track, unsigned int count, const std::vect
     }
     const float halfX = kMarkerHalf / static_cast<float>(width);
     const float halfY = kMarkerHalf / static_cast<float>(height);
-    gl::RenderScope scope(gl::Smoothing::Line);
+    gl::RenderScope scope(gl::Smoothing::Line, width, height);
     gl::setColor(kTrackColor, 255);
-    glLineWidth(kTrackWidth);
+    gl::lineWidth(kTrackWidth);
     for (unsigned int i = 0; i + 1 < count; ++i) {
         gl::emitSegment(track[i], track[i + 1]);
     }

@@ -211,9 +211,9 @@ void DrawSelfCrossings(VcaObject* object, int width, int height)
         }
         const float armX = kCrossArm / static_cast<float>(width);
         const float armY = kCrossArm / static_cast<float>(height);
-        gl::RenderScope scope(gl::Smoothing::Line);
+        gl::RenderScope scope(gl::Smoothing::Line, width, height);
         gl::setColor(kWarningColor, 255);
-        glLineWidth(kEdgeWidth);
+        gl::lineWidth(kEdgeWidth);
         for (const SelfCrossing& c : crossings) {
             for (unsigned int e : {c.edgeA, c.edgeB}) {
                 gl::emitSegment(p[e], p[(e + 1) % n]);

@@ -54,12 +54,25 @@ inline bool allFinite(const tagTAVRIN_POINT* points, unsigned int count)
     return true;
 }
 
-/// True when the point maps to a finite GL vertex (2x, 2(1 - y)). Finite coordinates
-/// beyond about +-1.7e38 do not: their doubled value overflows. Such a point is never
-/// emitted; the batch or text that needs it is left out whole.
+/// A point as the drawing code hands it to OpenGL: (2x, 2(1 - y)), which the render
+/// state's translate(-1, -1) turns into clip coordinates, so the picture's top-left corner
+/// (0, 0) lands on the view's top-left and (1, 1) on its bottom-right. The one place the
+/// normalised picture meets the GL vertex space.
+struct GlPoint {
+    float x;
+    float y;
+};
+
+inline GlPoint glPointOf(float x, float y) { return GlPoint{2.0f * x, 2.0f * (1.0f - y)}; }
+inline GlPoint glPointOf(const tagTAVRIN_POINT& p) { return glPointOf(p.x, p.y); }
+
+/// True when the point maps to a finite GL vertex (glPointOf). Finite coordinates beyond
+/// about +-1.7e38 do not: their doubled value overflows. Such a point is never emitted;
+/// the batch or text that needs it is left out whole.
 inline bool isDrawable(const tagTAVRIN_POINT& p)
 {
-    return std::isfinite(2.0f * p.x) && std::isfinite(2.0f * (1.0f - p.y));
+    const GlPoint g = glPointOf(p);
+    return std::isfinite(g.x) && std::isfinite(g.y);
 }
 
 /// True when every one of the first `count` points is drawable.

@@ -25,9 +25,9 @@ void Arrow::DrawByOpenGL(void* /*context*/)
     if (!geometry::blockArrowCorners(m_points[0], m_points[1], m_wndWidth, m_wndHeight, corners)) {
         return;
     }
-    gl::RenderScope scope(gl::Smoothing::LineThenPolygon);
+    gl::RenderScope scope(gl::Smoothing::LineThenPolygon, m_wndWidth, m_wndHeight);
     gl::setColor(outlineColor(), 255);
-    glLineWidth(2.0f);
+    gl::lineWidth(2.0f);
     gl::emitBlockArrowLoop(corners, m_wndWidth, m_wndHeight);
 }
 

@@ -37,15 +37,9 @@ void drawGlyph(unsigned char c)
 // Pixels between a box's corner and the first glyph cell, in both directions.
 constexpr int kTextInset = 2;
 
-// A whole-pixel move of the raster position (glBitmap's xmove, ymove; y upwards).
-struct RasterMove {
-    int dx;
-    int dy;
-};
+}  // namespace
 
-// The move from the raster position to the baseline of the first of `count` glyphs
-// (count at most kMaxRunBytes, so the width stays far inside int).
-RasterMove runStart(TextPlacement placement, std::size_t count)
+RasterMove glyphRunStart(TextPlacement placement, std::size_t count)
 {
     if (placement == TextPlacement::InsideBox) {
         return RasterMove{kTextInset, -(kTextInset + font::kCellHeight - font::kDescent)};
@@ -54,8 +48,7 @@ RasterMove runStart(TextPlacement placement, std::size_t count)
     return RasterMove{-(width / 2), -(font::kCapHeight / 2)};
 }
 
-// Bytes of `text` drawn: up to its first NUL, at most maxBytes and kMaxRunBytes.
-std::size_t runLength(const char* text, std::size_t maxBytes)
+std::size_t glyphRunLength(const char* text, std::size_t maxBytes)
 {
     const std::size_t limit = maxBytes < kMaxRunBytes ? maxBytes : kMaxRunBytes;
     std::size_t n = 0;
@@ -67,15 +60,13 @@ std::size_t runLength(const char* text, std::size_t maxBytes)
     return n;
 }
 
-}  // namespace
-
 void drawGlyphRun(const char* text, std::size_t maxBytes, TextPlacement placement)
 {
-    const std::size_t count = runLength(text, maxBytes);
+    const std::size_t count = glyphRunLength(text, maxBytes);
     if (count == 0) {
         return;
     }
-    const RasterMove start = runStart(placement, count);
+    const RasterMove start = glyphRunStart(placement, count);
     moveRaster(start.dx, start.dy);
     for (std::size_t i = 0; i < count; ++i) {
         drawGlyph(static_cast<unsigned char>(text[i]));

@@ -22,6 +22,20 @@ enum class TextPlacement {
 /// The longest run drawn; longer texts are cut (labels hold at most 127 bytes).
 constexpr std::size_t kMaxRunBytes = 1024;
 
+/// A whole-pixel move of the raster position (glBitmap's xmove, ymove; y upwards).
+struct RasterMove {
+    int dx;
+    int dy;
+};
+
+/// Bytes of `text` drawn: up to its first NUL, at most maxBytes and kMaxRunBytes; 0 for
+/// a null text.
+std::size_t glyphRunLength(const char* text, std::size_t maxBytes);
+
+/// The move from the raster position to the baseline of the first of `count` glyphs
+/// (count at most kMaxRunBytes, so the width stays far inside int).
+RasterMove glyphRunStart(TextPlacement placement, std::size_t count);
+
 /// Draws `text` up to its first NUL, at most `maxBytes` and kMaxRunBytes bytes (nothing
 /// for a null text), one glyph per byte, then moves the raster position back to where it
 /// was. Calls glBitmap only: the glyphs take the raster colour latched by the last

@@ -81,25 +81,24 @@ void Circle::Draw(void* context, int width, int height, bool flag)
     if (!geometry::hasViewSize(m_wndWidth, m_wndHeight)) {
         return;
     }
-    gl::RenderScope scope(gl::Smoothing::Polygon);
+    gl::RenderScope scope(gl::Smoothing::Polygon, m_wndWidth, m_wndHeight);
     gl::setColor(markerColor(), 200);
     // The radius terms are not doubled like the centre: on screen the disc's radius is
     // half the hit-test radius, and W/H keeps it round in pixels.
     const float rx = m_radius;
     const float ry = m_radius * static_cast<float>(m_wndWidth) / static_cast<float>(m_wndHeight);
-    const float cx = 2.0f * m_point.x;
-    const float cy = 2.0f * (1.0f - m_point.y);
+    const geometry::GlPoint centre = geometry::glPointOf(m_point);
     // Every vertex lies within (|cx| + |rx|, |cy| + |ry|) of the origin: when that is
     // finite so are they all; otherwise (a centre too far out to map, a view far taller
     // than wide) the disc is left out.
-    if (std::isfinite(std::fabs(cx) + std::fabs(rx)) &&
-        std::isfinite(std::fabs(cy) + std::fabs(ry))) {
+    if (std::isfinite(std::fabs(centre.x) + std::fabs(rx)) &&
+        std::isfinite(std::fabs(centre.y) + std::fabs(ry))) {
         const DiscAngles& angles = discAngles();
-        glBegin(GL_POLYGON);
+        geometry::GlPoint disc[kDiscVertices];
         for (int i = 0; i < kDiscVertices; ++i) {
-            glVertex2f(rx * angles.cosine[i] + cx, ry * angles.sine[i] + cy);
+            disc[i] = geometry::GlPoint{rx * angles.cosine[i] + centre.x, ry * angles.sine[i] + centre.y};
         }
-        glEnd();
+        gl::emitGlPoints(GL_POLYGON, disc, kDiscVertices);
     }
     gl::setColor(markerColor(), 255);
 }

@@ -1,6 +1,6 @@
 #include "graph/GlRender.h"
 
-#include "geometry/PixelMath.h"
+#include "drawlist/DrawListWriter.h"
 #include "graph/BitmapText.h"
 
 #include <Tavrin/TextRendering.h>
@@ -8,8 +8,50 @@
 namespace Tavrin {
 namespace gl {
 
-RenderScope::RenderScope(Smoothing smoothing) : m_smoothing(smoothing)
+namespace {
+
+std::uint8_t smoothingBitsOf(Smoothing smoothing)
 {
+    switch (smoothing) {
+    case Smoothing::Point:
+        return DrawListWriter::kSmoothPoints;
+    case Smoothing::Line:
+        return DrawListWriter::kSmoothLines;
+    case Smoothing::Polygon:
+    case Smoothing::LineThenPolygon:
+        return DrawListWriter::kSmoothLines | DrawListWriter::kSmoothPolygons;
+    }
+    return 0;
+}
+
+DrawList::Primitive primitiveOf(GLenum mode)
+{
+    switch (mode) {
+    case GL_POINTS:
+        return DrawList::Primitive::Points;
+    case GL_LINE_STRIP:
+        return DrawList::Primitive::LineStrip;
+    case GL_LINE_LOOP:
+        return DrawList::Primitive::LineLoop;
+    case GL_TRIANGLES:
+        return DrawList::Primitive::Triangles;
+    case GL_POLYGON:
+        return DrawList::Primitive::Polygon;
+    default:
+        return DrawList::Primitive::Lines;
+    }
+}
+
+void glVertexAt(const geometry::GlPoint& g) { glVertex2f(g.x, g.y); }
+
+}  // namespace
+
+RenderScope::RenderScope(Smoothing smoothing, int viewWidth, int viewHeight) : m_smoothing(smoothing)
+{
+    if (DrawList* list = DrawListWriter::current()) {
+        DrawListWriter::beginFigure(*list, smoothingBitsOf(smoothing), viewWidth, viewHeight);
+        return;
+    }
     glLoadIdentity();
     glTranslatef(-1.0f, -1.0f, 0.0f);
     glHint(GL_PERSPECTIVE_CORRECTION_HINT, GL_NICEST);
@@ -35,6 +77,10 @@ RenderScope::RenderScope(Smoothing smoothing) : m_smoothing(smoothing)
 
 RenderScope::~RenderScope()
 {
+    if (DrawList* list = DrawListWriter::current()) {
+        DrawListWriter::endFigure(*list);
+        return;
+    }
     glColor4ub(255, 255, 255, 255);
     glDisable(GL_BLEND);
     switch (m_smoothing) {
@@ -55,42 +101,94 @@ RenderScope::~RenderScope()
 
 void setColor(unsigned int rgb, unsigned char alpha)
 {
-    glColor4ub(static_cast<GLubyte>((rgb >> 16) & 0xffu), static_cast<GLubyte>((rgb >> 8) & 0xffu),
-               static_cast<GLubyte>(rgb & 0xffu), alpha);
+    const auto r = static_cast<GLubyte>((rgb >> 16) & 0xffu);
+    const auto g = static_cast<GLubyte>((rgb >> 8) & 0xffu);
+    const auto b = static_cast<GLubyte>(rgb & 0xffu);
+    if (DrawList* list = DrawListWriter::current()) {
+        DrawListWriter::setColor(*list, DrawList::Color{r, g, b, alpha});
+        return;
+    }
+    glColor4ub(r, g, b, alpha);
 }
 
-void vertex(float x, float y) { glVertex2f(2.0f * x, 2.0f * (1.0f - y)); }
+void lineWidth(float width)
+{
+    if (DrawList* list = DrawListWriter::current()) {
+        DrawListWriter::setLineWidth(*list, width);
+        return;
+    }
+    glLineWidth(width);
+}
 
-void vertex(const tagTAVRIN_POINT& p) { vertex(p.x, p.y); }
+void pointSize(float size)
+{
+    if (DrawList* list = DrawListWriter::current()) {
+        DrawListWriter::setPointSize(*list, size);
+        return;
+    }
+    glPointSize(size);
+}
+
+void emitGlPoints(GLenum mode, const geometry::GlPoint* vertices, std::size_t count)
+{
+    if (DrawList* list = DrawListWriter::current()) {
+        DrawListWriter::addBatch(*list, primitiveOf(mode), vertices, count);
+        return;
+    }
+    glBegin(mode);
+    for (std::size_t i = 0; i < count; ++i) {
+        glVertexAt(vertices[i]);
+    }
+    glEnd();
+}
 
 void emit(GLenum mode, const tagTAVRIN_POINT* points, std::size_t count)
 {
+    if (points == nullptr) {
+        return;
+    }
     for (std::size_t i = 0; i < count; ++i) {
         if (!geometry::isDrawable(points[i])) {
             return;
         }
     }
+    if (DrawList* list = DrawListWriter::current()) {
+        DrawListWriter::addBatch(*list, primitiveOf(mode), points, count);
+        return;
+    }
     glBegin(mode);
     for (std::size_t i = 0; i < count; ++i) {
-        vertex(points[i]);
+        glVertexAt(geometry::glPointOf(points[i]));
     }
     glEnd();
 }
 
 void emitSegment(const tagTAVRIN_POINT& a, const tagTAVRIN_POINT& b)
 {
-    if (!geometry::isDrawable(a) || !geometry::isDrawable(b)) {
-        return;
+    const tagTAVRIN_POINT ends[2] = {a, b};
+    emit(GL_LINES, ends, 2);
+}
+
+void emitTriangleFill(const tagTAVRIN_POINT* outline, const unsigned char (*corners)[3], int triangles,
+                      bool outlined)
+{
+    for (int i = 0; i < triangles; ++i) {
+        const tagTAVRIN_POINT triangle[3] = {outline[corners[i][0]], outline[corners[i][1]],
+                                             outline[corners[i][2]]};
+        emit(GL_POLYGON, triangle, 3);
+        if (outlined) {
+            emit(GL_LINE_LOOP, triangle, 3);
+        }
     }
-    glBegin(GL_LINES);
-    vertex(a);
-    vertex(b);
-    glEnd();
 }
 
 namespace {
 
-void rasterAt(const tagTAVRIN_POINT& p) { glRasterPos2f(2.0f * p.x, 2.0f * (1.0f - p.y)); }
+void rasterAt(const tagTAVRIN_POINT& p)
+{
+    const geometry::GlPoint g = geometry::glPointOf(p);
+    glRasterPos2f(g.x, g.y);
+}
 
 void callPerCharacter(GLuint list, const char* text)
 {
@@ -110,11 +208,28 @@ void sideMark(GLuint list, const tagTAVRIN_POINT& at, const char* mark, bool gly
     }
 }
 
+// The glyphs a text call draws, into a list: nothing when text rendering is off.
+void captureText(DrawList& list, const tagTAVRIN_POINT& at, const char* text, std::size_t maxBytes,
+                 TextPlacement placement)
+{
+    const std::size_t count = glyphRunLength(text, maxBytes);
+    if (count == 0 || !TextRendering::IsEnabled()) {
+        return;
+    }
+    const RasterMove start = glyphRunStart(placement, count);
+    DrawListWriter::addText(list, geometry::glPointOf(at), start.dx, start.dy, text, count);
+}
+
 }  // namespace
 
 void drawSideMarks(const tagTAVRIN_POINT& markA, const tagTAVRIN_POINT& markB)
 {
     if (!geometry::isDrawable(markA) || !geometry::isDrawable(markB)) {
+        return;
+    }
+    if (DrawList* list = DrawListWriter::current()) {
+        captureText(*list, markA, "A", 1, TextPlacement::Centred);
+        captureText(*list, markB, "B", 1, TextPlacement::Centred);
         return;
     }
     const bool glyphs = TextRendering::IsEnabled();
@@ -127,6 +242,10 @@ void drawSideMarks(const tagTAVRIN_POINT& markA, const tagTAVRIN_POINT& markB)
 void drawLabelText(const tagTAVRIN_POINT& corner, const char* text)
 {
     if (!geometry::isDrawable(corner)) {
+        return;
+    }
+    if (DrawList* list = DrawListWriter::current()) {
+        captureText(*list, corner, text, kLabelTextCapacity, TextPlacement::InsideBox);
         return;
     }
     const bool glyphs = TextRendering::IsEnabled();

@@ -8,6 +8,8 @@
 
 #include <Tavrin/TavrinTypes.h>
 
+#include "geometry/PixelMath.h"
+
 #include <GL/gl.h>
 
 #include <cstddef>
@@ -25,10 +27,14 @@ enum class Smoothing {
 
 /// Enters the drawing state of one `DrawByOpenGL`: identity, translate(-1, -1, 0),
 /// perspective hint, alpha blending, smoothing. Leaves it on destruction: opaque white,
-/// blending and smoothing disabled (polygon before line), identity.
+/// blending and smoothing disabled (polygon before line), identity. The view size is the
+/// one passed to the figure's `Draw`; a draw list needs it to place the figure in pixels.
+///
+/// Every function here is the point where drawing leaves the library: while a
+/// `DrawListScope` lives on the thread it appends to that list and calls no OpenGL.
 class RenderScope {
 public:
-    explicit RenderScope(Smoothing smoothing);
+    RenderScope(Smoothing smoothing, int viewWidth, int viewHeight);
     ~RenderScope();
     RenderScope(const RenderScope&) = delete;
     RenderScope& operator=(const RenderScope&) = delete;
@@ -39,18 +45,24 @@ private:
 
 /// glColor4ub of a 0xRRGGBB colour with the given alpha.
 void setColor(unsigned int rgb, unsigned char alpha);
+/// glLineWidth and glPointSize, in pixels.
+void lineWidth(float width);
+void pointSize(float size);
 
-/// A normalised picture point as glVertex2f(2x, 2(1 - y)) (after the scope's translate).
-/// Emits the point as it is: callers pass drawable points (geometry::isDrawable).
-void vertex(const tagTAVRIN_POINT& p);
-void vertex(float x, float y);
-
-/// One glBegin(mode) ... glEnd() batch of the given points. When one of them does not
-/// map to a finite vertex (NaN, an infinity, or beyond about +-1.7e38, whose doubled value
-/// overflows) nothing at all is emitted for the batch: the figure shows without it.
+/// One glBegin(mode) ... glEnd() batch of the given points, each as glVertex2f of its
+/// geometry::glPointOf. When one of them does not map to a finite vertex (NaN, an
+/// infinity, or beyond about +-1.7e38, whose doubled value overflows) nothing at all is
+/// emitted for the batch: the figure shows without it. Nothing for a null array.
 void emit(GLenum mode, const tagTAVRIN_POINT* points, std::size_t count);
 /// One GL_LINES batch of the segment a-b; nothing when an end is not drawable.
 void emitSegment(const tagTAVRIN_POINT& a, const tagTAVRIN_POINT& b);
+/// One batch of vertices already in GL vertex space (callers check they are finite).
+void emitGlPoints(GLenum mode, const geometry::GlPoint* vertices, std::size_t count);
+/// A triangulated fill: one GL_POLYGON per triangle of `outline` (corner indices in
+/// `corners`), followed by its GL_LINE_LOOP when `outlined`, so that opaque triangles show
+/// no seams between them.
+void emitTriangleFill(const tagTAVRIN_POINT* outline, const unsigned char (*corners)[3], int triangles,
+                      bool outlined);
 
 /// The bytes of a label's text buffer; drawLabelText reads no further.
 constexpr std::size_t kLabelTextCapacity = 128;

@@ -42,7 +42,7 @@ void Label::Draw(void* context, int width, int height, bool /*flag*/)
 
 void Label::DrawByOpenGL(void* /*context*/)
 {
-    gl::RenderScope scope(gl::Smoothing::Polygon);
+    gl::RenderScope scope(gl::Smoothing::Polygon, m_wndWidth, m_wndHeight);
     gl::setColor(outlineColor(), 255);
     gl::drawLabelText(m_points[0], m_text);
 }

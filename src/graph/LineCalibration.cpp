@@ -69,9 +69,9 @@ void Line::drawCalibration()
     m_caliLine[1] = caliLine.end;
     keepCaliSegmentOnLine();
 
-    gl::emitDrawable(GL_LINES, m_caliLine, 2);
+    gl::emit(GL_LINES, m_caliLine, 2);
     if (m_pdcCaliShoulderLine) {
-        gl::emitDrawable(GL_LINES, m_caliPoints, 2);
+        gl::emit(GL_LINES, m_caliPoints, 2);
     }
     DrawTargetWidthLine();
 }
@@ -101,7 +101,7 @@ void Line::DrawTargetWidthLine()
             !geometry::allDrawable(segment, 2)) {
             continue;
         }
-        glLineWidth(2.0f);
+        gl::lineWidth(2.0f);
         gl::setColor(kTargetWidthColor, 255);
         gl::emit(GL_LINES, segment, 2);
     }

@@ -31,14 +31,14 @@ void Line::Draw(void* context, int width, int height, bool /*flag*/)
 void Line::DrawByOpenGL(void* context)
 {
     {
-        gl::RenderScope scope(gl::Smoothing::Line);
+        gl::RenderScope scope(gl::Smoothing::Line, m_wndWidth, m_wndHeight);
         gl::setColor(outlineColor(), 255);
         // A fixed width: the primitive's line width is deliberately not used here.
-        glLineWidth(m_pdcLineOrRect ? 4.0f : 2.0f);
+        gl::lineWidth(m_pdcLineOrRect ? 4.0f : 2.0f);
         if (m_lineType == TAVRIN_LINE_ARROW) {
             DrawArrowByOpenGL(context, m_points[0], m_points[1]);
         } else {
-            gl::emitDrawable(GL_LINES, m_points, 2);
+            gl::emit(GL_LINES, m_points, 2);
         }
         if (m_pdcLineOrRect && isSelected()) {
             if (m_pdcLineCali) {
@@ -106,11 +106,7 @@ void Line::fillArrowBar(const tagTAVRIN_POINT* outline, int count)
     if (triangles != count - 2) {
         return;
     }
-    for (int i = 0; i < triangles; ++i) {
-        tagTAVRIN_POINT corners[3];
-        fillTriangle(polygon, m_fillCut, i, corners);
-        gl::emit(GL_POLYGON, corners, 3);
-    }
+    gl::emitTriangleFill(polygon.points, m_fillCut.corners, triangles, false);
 }
 
 void Line::DrawDirectionArrow()
@@ -138,7 +134,7 @@ void Line::DrawDirectionArrow()
         return;
     }
     gl::setColor(outlineColor(), 255);
-    glLineWidth(2.0f);
+    gl::lineWidth(2.0f);
     gl::emitBlockArrowLoop(corners, m_wndWidth, m_wndHeight);
 }
 
@@ -157,9 +153,9 @@ void Line::DrawArrow(tagTAVRIN_POINT& a, tagTAVRIN_POINT& b, tagTAVRIN_POINT* ou
 void Line::DrawForTraversePlane(void* /*context*/)
 {
     {
-        gl::RenderScope scope(gl::Smoothing::Line);
+        gl::RenderScope scope(gl::Smoothing::Line, m_wndWidth, m_wndHeight);
         gl::setColor(outlineColor(), 255);
-        glLineWidth(2.0f);
+        gl::lineWidth(2.0f);
         drawTraversePlaneFigure();
     }
     drawEndPointMarkers();
@@ -180,7 +176,7 @@ void Line::drawTraversePlaneFigure()
     tagTAVRIN_POINT markB{};
     const bool marked = geometry::traverseMarks(plane, m_arrowType, m_wndHeight, markA, markB);
 
-    gl::emitDrawable(GL_LINE_LOOP, plane.plane, 4);
+    gl::emit(GL_LINE_LOOP, plane.plane, 4);
     if (m_arrowType == TAVRIN_ARROW_BOTH || m_arrowType == TAVRIN_ARROW_POSITIVE) {
         gl::emit(GL_LINE_LOOP, arrow1, 8);
     }

@@ -81,7 +81,7 @@ unsigned int Point::markerColor() const
 
 void Point::DrawByOpenGL(void* /*context*/)
 {
-    gl::RenderScope scope(gl::Smoothing::Point);
+    gl::RenderScope scope(gl::Smoothing::Point, m_wndWidth, m_wndHeight);
     gl::setColor(markerColor(), 255);
     if (m_pointType != TAVRIN_POINT_DOT) {
         const float x = m_point.x;
@@ -90,16 +90,16 @@ void Point::DrawByOpenGL(void* /*context*/)
                                             {x + kCrossHalfSize, y},
                                             {x, y - kCrossHalfSize},
                                             {x, y + kCrossHalfSize}};
-        glLineWidth(2.0f);
+        gl::lineWidth(2.0f);
         gl::emit(GL_LINES, strokes, 4);
         return;
     }
     if (isSelected()) {
-        glPointSize(16.0f);
+        gl::pointSize(16.0f);
         gl::emit(GL_POINTS, &m_point, 1);
     }
     gl::setColor(outlineColor(), 255);
-    glPointSize(8.0f);
+    gl::pointSize(8.0f);
     gl::emit(GL_POINTS, &m_point, 1);
 }
 

@@ -194,10 +194,10 @@ void Polygon::Draw(void* context, int width, int height, bool /*flag*/)
 void Polygon::DrawByOpenGL(void* /*context*/)
 {
     {
-        gl::RenderScope scope(gl::Smoothing::Polygon);
+        gl::RenderScope scope(gl::Smoothing::Polygon, m_wndWidth, m_wndHeight);
         const unsigned int color = outlineColor();
         gl::setColor(color, 255);
-        glLineWidth(m_lineWidth);
+        gl::lineWidth(m_lineWidth);
         if (m_closed) {
             gl::emit(GL_LINE_LOOP, m_points, m_pointCount);
             drawFill(color);
@@ -228,15 +228,8 @@ void Polygon::drawFill(unsigned int color)
     if (triangles != record.count - 2) {
         return;
     }
-    for (int i = 0; i < triangles; ++i) {
-        tagTAVRIN_POINT corners[3];
-        fillTriangle(record, m_fillCut, i, corners);
-        gl::emit(GL_POLYGON, corners, 3);
-        // Opaque triangles get their outline too, so no seams show between them.
-        if (m_viewOpaque) {
-            gl::emit(GL_LINE_LOOP, corners, 3);
-        }
-    }
+    // Opaque triangles get their outline too, so no seams show between them.
+    gl::emitTriangleFill(record.points, m_fillCut.corners, triangles, m_viewOpaque);
 }
 
 void Polygon::DrawByGdi(void* /*context*/) {}

@@ -49,7 +49,7 @@ const tagTAVRIN_POINT kCorner{50.5f / kWidth, 19.5f / kHeight};
 TEST_F(TextPixelTest, LabelGlyphStandsUprightTwoPixelsInsideItsCorner)
 {
     {
-        gl::RenderScope scope(gl::Smoothing::Polygon);
+        gl::RenderScope scope(gl::Smoothing::Polygon, 64, 64);
         gl::setColor(0xffffff, 255);
         gl::drawLabelText(kCorner, "L");
     }
@@ -68,7 +68,7 @@ TEST_F(TextPixelTest, MarkIsCentredOnItsPosition)
     const tagTAVRIN_POINT a{100.5f / kWidth, 49.5f / kHeight};
     const tagTAVRIN_POINT b{150.5f / kWidth, 49.5f / kHeight};
     {
-        gl::RenderScope scope(gl::Smoothing::Line);
+        gl::RenderScope scope(gl::Smoothing::Line, 64, 64);
         gl::setColor(0xffffff, 255);
         gl::drawSideMarks(a, b);
     }
@@ -87,7 +87,7 @@ TEST_F(TextPixelTest, MarkOnTheLeftEdgeKeepsItsVisibleHalf)
     const tagTAVRIN_POINT a{0.0f, 49.5f / kHeight};
     const tagTAVRIN_POINT b{150.5f / kWidth, 49.5f / kHeight};
     {
-        gl::RenderScope scope(gl::Smoothing::Line);
+        gl::RenderScope scope(gl::Smoothing::Line, 64, 64);
         gl::setColor(0xffffff, 255);
         gl::drawSideMarks(a, b);
     }
