@@ -165,6 +165,7 @@ void DrawListWriter::addText(DrawList& list, const geometry::GlPoint& anchor, in
     run.color = list.m_color;
     run.first = static_cast<std::uint32_t>(list.m_textBytes.size());
     run.length = static_cast<std::uint32_t>(length);
+    run.before = static_cast<std::uint32_t>(list.m_batches.size());
     if (!reserveMore(list.m_textRuns, 1) || !reserveMore(list.m_textBytes, length)) {
         return;
     }

@@ -2,6 +2,7 @@
 
 #include <Tavrin/TextRendering.h>
 #include <Tavrin/VcaObject.h>
+#include <TavrinQt/PaintDrawList.h>
 
 #include <GL/gl.h>
 
@@ -65,6 +66,41 @@ QImage renderScene(const Scene& scene, offscreen::OffscreenGl& gl, bool text)
         }
     }
     return readBack(gl);
+}
+
+DrawList captureScene(const Scene& scene, bool text)
+{
+    TextRendering::SetEnabled(text);
+    DrawList list;
+    for (int frame = 0; frame < kFrames; ++frame) {
+        list.Clear();
+        DrawListScope scope(list);
+        for (VcaObject* figure : scene.figures) {
+            figure->Draw(nullptr, scene.size.width(), scene.size.height(), true);
+        }
+    }
+    return list;
+}
+
+void paintScene(QPainter& painter, const Scene& scene, const DrawList& figures)
+{
+    const QRect view(QPoint(0, 0), scene.size);
+    painter.fillRect(view, QColor(static_cast<QRgb>(scene.colour)));
+    if (!scene.picture.isNull()) {
+        painter.drawImage(QPoint(0, 0), scene.picture);
+    }
+    PaintDrawList(painter, figures);
+}
+
+QImage paintSceneImage(const Scene& scene, bool text)
+{
+    const DrawList figures = captureScene(scene, text);
+    QImage image(scene.size, QImage::Format_RGB32);
+    {
+        QPainter painter(&image);
+        paintScene(painter, scene, figures);
+    }
+    return image.convertToFormat(QImage::Format_RGB888);
 }
 
 }  // namespace render

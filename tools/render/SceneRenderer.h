@@ -4,7 +4,10 @@
 #include "OffscreenGl.h"
 #include "Scene.h"
 
+#include <Tavrin/DrawList.h>
+
 #include <QImage>
+#include <QPainter>
 
 namespace Tavrin {
 namespace render {
@@ -17,6 +20,17 @@ namespace render {
 /// opaque RGB, top row first. `text` switches the library's text rendering (labels, the
 /// "A"/"B" marks) on or off for the whole process.
 QImage renderScene(const Scene& scene, offscreen::OffscreenGl& gl, bool text = true);
+
+/// The same frames captured into a draw list instead of OpenGL: the figures' second frame
+/// (see renderScene). No OpenGL context is needed.
+DrawList captureScene(const Scene& scene, bool text = true);
+
+/// Paints the scene with `painter` at the scene's size: the background colour, the picture,
+/// then `figures` (a captureScene list) through PaintDrawList. For any paint device.
+void paintScene(QPainter& painter, const Scene& scene, const DrawList& figures);
+
+/// paintScene into an opaque RGB picture, top row first, like renderScene's.
+QImage paintSceneImage(const Scene& scene, bool text = true);
 
 }  // namespace render
 }  // namespace Tavrin

@@ -1,6 +1,7 @@
-// tavrin-render: draws a scene file headlessly and writes the picture as PNG or JPEG.
+// tavrin-render: draws a scene file headlessly and writes the picture as PNG or JPEG, or
+// through QPainter as PNG, JPEG, SVG or PDF.
 //
-//   tavrin-render SCENE.json -o OUT.png [--size WxH] [--no-text]
+//   tavrin-render SCENE.json -o OUT.png [--size WxH] [--no-text] [--renderer gl1|painter]
 //   tavrin-render --help | --version
 //
 // A refused scene, or any other failure, prints one line on stderr naming the file and
@@ -15,11 +16,16 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QPageSize>
+#include <QPainter>
+#include <QPdfWriter>
+#include <QSvgGenerator>
 #include <QSaveFile>
 #include <QString>
 #include <QStringList>
 
 #include <cstdio>
+#include <cstring>
 #include <exception>
 #include <optional>
 
@@ -27,24 +33,32 @@
 
 namespace {
 
-const char kUsage[] = "usage: tavrin-render SCENE.json -o OUT.png [--size WxH] [--no-text]";
+const char kUsage[] =
+    "usage: tavrin-render SCENE.json -o OUT.png [--size WxH] [--no-text] [--renderer gl1|painter]";
 const char kHelp[] =
-    "Draws a Tavrin scene file (docs/scene-format.md) into a PNG picture, headlessly.\n"
+    "Draws a Tavrin scene file (docs/scene-format.md) into a picture, headlessly.\n"
     "\n"
     "  -o OUT.png     where the picture goes (written whole or not at all)\n"
     "  --size WxH     the view size in pixels, each side 16 to 4096 (default: the scene's)\n"
     "  --no-text      leave labels and side marks without glyphs\n"
+    "  --renderer R   gl1: the figures' OpenGL drawing in an offscreen context (default for\n"
+    "                 .png and .jpg); painter: their draw list painted with QPainter, no\n"
+    "                 OpenGL needed (default for .svg and .pdf)\n"
     "  --version      print the version and exit\n"
     "\n"
-    "Output format: by the extension of OUT: .png, .jpg or .jpeg.\n"
+    "Output format: by the extension of OUT: .png, .jpg or .jpeg (either renderer), .svg or\n"
+    ".pdf (painter; the background picture embedded).\n"
     "Exit status: 0 drawn; 1 the scene or a file was refused (one line on stderr naming the\n"
     "file and the field); 2 the command line was refused.";
+
+enum class Renderer { Gl1, Painter };
 
 struct Arguments {
     QString scene;
     QString output;
     std::optional<QSize> size;
     bool text = true;
+    std::optional<Renderer> renderer;
 };
 
 /// A refusal of the command line itself.
@@ -85,8 +99,8 @@ std::optional<QSize> parseSize(const QString& text)
     return QSize(width, height);
 }
 
-/// The image format the output's extension names, or null for one the renderer does not
-/// write.
+/// The format the output's extension names ("PNG", "JPEG", "SVG", "PDF"), or null for one
+/// the renderer does not write.
 const char* formatOf(const QString& path)
 {
     const QString suffix = QFileInfo(path).suffix().toLower();
@@ -96,7 +110,19 @@ const char* formatOf(const QString& path)
     if (suffix == QLatin1String("jpg") || suffix == QLatin1String("jpeg")) {
         return "JPEG";
     }
+    if (suffix == QLatin1String("svg")) {
+        return "SVG";
+    }
+    if (suffix == QLatin1String("pdf")) {
+        return "PDF";
+    }
     return nullptr;
+}
+
+/// Vector formats are painted; only the painter writes them.
+bool isVectorFormat(const char* format)
+{
+    return format != nullptr && (std::strcmp(format, "SVG") == 0 || std::strcmp(format, "PDF") == 0);
 }
 
 Arguments parseArguments(const QStringList& args)
@@ -122,6 +148,18 @@ Arguments parseArguments(const QStringList& args)
             }
         } else if (arg == QLatin1String("--no-text")) {
             parsed.text = false;
+        } else if (arg == QLatin1String("--renderer")) {
+            if (!hasValue) {
+                throw UsageError{QStringLiteral("--renderer needs gl1 or painter")};
+            }
+            const QString name = args[++i];
+            if (name == QLatin1String("gl1")) {
+                parsed.renderer = Renderer::Gl1;
+            } else if (name == QLatin1String("painter")) {
+                parsed.renderer = Renderer::Painter;
+            } else {
+                throw UsageError{QStringLiteral("--renderer: expected gl1 or painter, got \"%1\"").arg(name.left(40))};
+            }
         } else if (arg.startsWith(QLatin1Char('-')) && arg.size() > 1) {
             throw UsageError{QStringLiteral("unknown option \"%1\"").arg(arg.left(40))};
         } else if (parsed.scene.isEmpty()) {
@@ -136,9 +174,18 @@ Arguments parseArguments(const QStringList& args)
     if (parsed.output.isEmpty()) {
         throw UsageError{QStringLiteral("no output file given (-o OUT.png)")};
     }
-    if (formatOf(parsed.output) == nullptr) {
-        throw UsageError{QStringLiteral("-o %1: the output format follows the extension: .png, .jpg or .jpeg")
-                             .arg(parsed.output.left(80))};
+    const char* format = formatOf(parsed.output);
+    if (format == nullptr) {
+        throw UsageError{
+            QStringLiteral("-o %1: the output format follows the extension: .png, .jpg, .jpeg, .svg or .pdf")
+                .arg(parsed.output.left(80))};
+    }
+    if (isVectorFormat(format) && parsed.renderer == Renderer::Gl1) {
+        throw UsageError{QStringLiteral("-o %1: %2 is written by --renderer painter, not gl1")
+                             .arg(parsed.output.left(80), QLatin1String(format))};
+    }
+    if (!parsed.renderer) {
+        parsed.renderer = isVectorFormat(format) ? Renderer::Painter : Renderer::Gl1;
     }
     return parsed;
 }
@@ -154,14 +201,58 @@ struct RegistryRelease {
     ~RegistryRelease() { Tavrin::VcaObjectContainer::Release(); }
 };
 
+[[noreturn]] void cannotWrite(const QSaveFile& file)
+{
+    throw Tavrin::render::SceneError(QString(), QStringLiteral("cannot write: %1").arg(file.errorString()));
+}
+
 void writePicture(const QImage& image, const QString& path)
 {
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly)) {
-        throw Tavrin::render::SceneError(QString(), QStringLiteral("cannot write: %1").arg(file.errorString()));
+        cannotWrite(file);
     }
     if (!image.save(&file, formatOf(path)) || !file.commit()) {
-        throw Tavrin::render::SceneError(QString(), QStringLiteral("cannot write: %1").arg(file.errorString()));
+        cannotWrite(file);
+    }
+}
+
+/// The scene painted as SVG or PDF: figures as vector elements, the picture embedded.
+void writeVector(const Tavrin::render::Scene& scene, bool text, const QString& path)
+{
+    const Tavrin::DrawList figures = Tavrin::render::captureScene(scene, text);
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly)) {
+        cannotWrite(file);
+    }
+    bool painted = false;
+    if (std::strcmp(formatOf(path), "SVG") == 0) {
+        QSvgGenerator svg;
+        svg.setOutputDevice(&file);
+        svg.setSize(scene.size);
+        svg.setViewBox(QRect(QPoint(0, 0), scene.size));
+        svg.setTitle(QFileInfo(path).completeBaseName());
+        QPainter painter;
+        painted = painter.begin(&svg);
+        if (painted) {
+            Tavrin::render::paintScene(painter, scene, figures);
+            painted = painter.end();
+        }
+    } else {
+        QPdfWriter pdf(&file);
+        // One point per view pixel, the page exactly the view.
+        pdf.setResolution(72);
+        pdf.setPageSize(QPageSize(QSizeF(scene.size), QPageSize::Point, QString(), QPageSize::ExactMatch));
+        pdf.setPageMargins(QMarginsF(0, 0, 0, 0));
+        QPainter painter;
+        painted = painter.begin(&pdf);
+        if (painted) {
+            Tavrin::render::paintScene(painter, scene, figures);
+            painted = painter.end();
+        }
+    }
+    if (!painted || !file.commit()) {
+        cannotWrite(file);
     }
 }
 
@@ -185,6 +276,17 @@ int run(const Arguments& args)
     }
     try {
         const Tavrin::render::Scene scene = Tavrin::render::readSceneFile(args.scene, args.size);
+        if (isVectorFormat(formatOf(args.output))) {
+            failing = args.output;
+            writeVector(scene, args.text, args.output);
+            return 0;
+        }
+        if (args.renderer == Renderer::Painter) {
+            const QImage image = Tavrin::render::paintSceneImage(scene, args.text);
+            failing = args.output;
+            writePicture(image, args.output);
+            return 0;
+        }
         Tavrin::offscreen::OffscreenGl gl;
         if (!gl.create(scene.size.width(), scene.size.height())) {
             printLine(QStringLiteral("%1: no offscreen OpenGL context: %2")
