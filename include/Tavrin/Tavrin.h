@@ -47,4 +47,9 @@
 #include <Tavrin/Coordinates.h>
 #include <Tavrin/Crossings.h>
 
+// Drawing without an OpenGL compatibility context.
+#include <Tavrin/DrawList.h>
+#include <Tavrin/FontAtlas.h>
+#include <Tavrin/TriangleMesh.h>
+
 #endif  // TAVRIN_TAVRIN_H

@@ -73,8 +73,20 @@ public:
     // out along (nx, ny).
     void fringe(const Point& a, const Point& b, float nx, float ny, const Color& c)
     {
-        quad(vertex(a, c, c.a), vertex(b, c, c.a), vertex(offset(b, nx, ny, 1.0f), c, 0),
-             vertex(offset(a, nx, ny, 1.0f), c, 0));
+        quadOf(Point4{a, b, offset(b, nx, ny, 1.0f), offset(a, nx, ny, 1.0f)}, c, c.a, 0);
+    }
+
+    // Four corners in order, the first two with alpha `near`, the last two with `far`.
+    struct Point4 {
+        Point p[4];
+    };
+    void quadOf(const Point4& q, const Color& c, std::uint8_t nearAlpha, std::uint8_t farAlpha)
+    {
+        const std::uint32_t a = vertex(q.p[0], c, nearAlpha);
+        const std::uint32_t b = vertex(q.p[1], c, nearAlpha);
+        const std::uint32_t d = vertex(q.p[2], c, farAlpha);
+        const std::uint32_t e = vertex(q.p[3], c, farAlpha);
+        quad(a, b, d, e);
     }
 
     // One wide segment as GL draws it: a quad across its ends, `width` pixels wide.
@@ -94,7 +106,7 @@ public:
         const Point b1 = offset(b, nx, ny, core);
         const Point b2 = offset(b, nx, ny, -core);
         const Point a2 = offset(a, nx, ny, -core);
-        quad(vertex(a1, c, c.a), vertex(b1, c, c.a), vertex(b2, c, c.a), vertex(a2, c, c.a));
+        quadOf(Point4{a1, b1, b2, a2}, c, c.a, c.a);
         if (antialias) {
             fringe(a1, b1, nx, ny, c);
             fringe(b2, a2, -nx, -ny, c);
@@ -125,8 +137,9 @@ public:
             if (round) {
                 disc(p[i], half, c, antialias);
             } else {
-                quad(vertex(Point{p[i].x - half, p[i].y - half}, c, c.a), vertex(Point{p[i].x + half, p[i].y - half}, c, c.a),
-                     vertex(Point{p[i].x + half, p[i].y + half}, c, c.a), vertex(Point{p[i].x - half, p[i].y + half}, c, c.a));
+                quadOf(Point4{Point{p[i].x - half, p[i].y - half}, Point{p[i].x + half, p[i].y - half},
+                              Point{p[i].x + half, p[i].y + half}, Point{p[i].x - half, p[i].y + half}},
+                       c, c.a, c.a);
             }
         }
     }
@@ -217,10 +230,11 @@ public:
             const float v1 = static_cast<float>(cell.y + DrawList::kGlyphHeight) / FontAtlas::kHeight;
             const float x = static_cast<float>(run.x) + static_cast<float>(i) * w;
             const float y = static_cast<float>(run.y);
-            quad(texturedVertex(Point{x, y}, u0, v0, run.color, run.color.a),
-                 texturedVertex(Point{x + w, y}, u1, v0, run.color, run.color.a),
-                 texturedVertex(Point{x + w, y + h}, u1, v1, run.color, run.color.a),
-                 texturedVertex(Point{x, y + h}, u0, v1, run.color, run.color.a));
+            const std::uint32_t topLeft = texturedVertex(Point{x, y}, u0, v0, run.color, run.color.a);
+            const std::uint32_t topRight = texturedVertex(Point{x + w, y}, u1, v0, run.color, run.color.a);
+            const std::uint32_t bottomRight = texturedVertex(Point{x + w, y + h}, u1, v1, run.color, run.color.a);
+            const std::uint32_t bottomLeft = texturedVertex(Point{x, y + h}, u0, v1, run.color, run.color.a);
+            quad(topLeft, topRight, bottomRight, bottomLeft);
         }
     }
 

@@ -9,6 +9,7 @@
 // diff is then the review of what changed.
 
 #include "support/GlTest.h"
+#include "support/ListCheck.h"
 
 #include <Tavrin/Tavrin.h>
 
@@ -137,6 +138,9 @@ bool selects(F& f, tagTAVRIN_POINT p)
     }
 }
 
+// After the transcript's draw, the same draw into a draw list must make no OpenGL call
+// and hold exactly what one more OpenGL draw then draws. (Compared with the draw after it,
+// not the one before: some figures settle their look on their first draw.)
 template <class F>
 void draw(Transcript& t, F& f, int w, int h)
 {
@@ -144,6 +148,15 @@ void draw(Transcript& t, F& f, int w, int h)
     f.Draw(nullptr, w, h, true);
     t.say("draw ", w, "x", h, " status ", f.GetObjStatus());
     t.recorded();
+    rec::gl().reset();
+    DrawList list;
+    {
+        DrawListScope scope(list);
+        f.Draw(nullptr, w, h, true);
+    }
+    EXPECT_TRUE(rec::gl().calls.empty()) << "OpenGL called inside a draw-list scope";
+    f.Draw(nullptr, w, h, true);
+    listcheck::expectSameAsGl(rec::gl(), list, w, h, "draw " + std::to_string(w) + "x" + std::to_string(h));
 }
 
 // CheckSelected over a 24 x 24 grid of cell centres: '#' hit, '.' miss; the digit of

@@ -62,14 +62,21 @@ refused "missing.json: cannot read: No such file or directory" 1 missing.json -o
 refused ".: cannot read: is a directory" 1 . -o "$work/out/picture.png"
 refused "$work/out/no/such/dir/picture.png: cannot write: No such file or directory" 1 \
   ../good.json -o "$work/out/no/such/dir/picture.png"
-usage="usage: tavrin-render SCENE.json -o OUT.png [--size WxH] [--no-text]"
+usage="usage: tavrin-render SCENE.json -o OUT.png [--size WxH] [--no-text] [--renderer gl1|painter]"
 refused "tavrin-render: no output file given (-o OUT.png) ($usage)" 2 ../good.json
 refused "tavrin-render: no scene file given ($usage)" 2 -o "$work/out/picture.png"
 refused "tavrin-render: --size: expected WxH with sides from 16 to 4096, got \"640x0\" ($usage)" 2 \
   ../good.json -o "$work/out/picture.png" --size 640x0
 refused "tavrin-render: unknown option \"--colour\" ($usage)" 2 ../good.json -o "$work/out/picture.png" --colour
-refused "tavrin-render: -o $work/out/picture.gif: the output format follows the extension: .png, .jpg or .jpeg ($usage)" 2 \
+refused "tavrin-render: -o $work/out/picture.gif: the output format follows the extension: .png, .jpg, .jpeg, .svg or .pdf ($usage)" 2 \
   ../good.json -o "$work/out/picture.gif"
+refused "tavrin-render: -o $work/out/picture.svg: SVG is written by --renderer painter, not gl1 ($usage)" 2 \
+  ../good.json -o "$work/out/picture.svg" --renderer gl1
+refused "tavrin-render: --renderer: expected gl1 or painter, got \"gl3\" ($usage)" 2 \
+  ../good.json -o "$work/out/picture.png" --renderer gl3
+# A refused scene leaves no vector file either.
+first=$(ls *.json | head -1)
+refused "$(awk -v name="$first: " 'index($0, name) == 1 { print; exit }' expected.txt)" 1 "$first" -o "$work/out/picture.pdf"
 
 # Endless input is refused in bounded memory; the output may not be the scene itself.
 refused "/dev/zero: larger than 16777216 bytes, not a scene" 1 /dev/zero -o "$work/out/picture.png"
@@ -98,6 +105,18 @@ if (cd "$here" && "$render" good.json -o "$work/out/picture.jpg") && [ "$(head -
   passed=$((passed + 1))
 else
   echo "FAIL good.json -o picture.jpg did not write a JPEG"
+  failed=$((failed + 1))
+fi
+
+# SVG: well-formed XML with the figures as vector elements; PDF: a document a reader opens,
+# one page of the view's size in points. Neither needs an OpenGL context.
+rm -rf "$work/out" && mkdir -p "$work/out"
+if (cd "$here" && "$render" good.json -o "$work/out/picture.svg" && "$render" good.json -o "$work/out/picture.pdf") &&
+   xmllint --noout "$work/out/picture.svg" && grep -q '<polyline\|<path\|<polygon' "$work/out/picture.svg" &&
+   pdfinfo "$work/out/picture.pdf" | grep -q '^Pages: *1$'; then
+  passed=$((passed + 1))
+else
+  echo "FAIL good.json as SVG or PDF"
   failed=$((failed + 1))
 fi
 

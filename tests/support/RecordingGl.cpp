@@ -287,7 +287,7 @@ void onCall(const fakegl::Call& c, const fakegl::CallExtra& extra)
         record("glVertex2f(" + num(x) + "," + num(y) + ")");
         break;
     case Op::RasterPos:
-        r.texts.push_back(RasterText{tagTAVRIN_POINT{x / 2.0f, 1.0f - y / 2.0f}, 0, {}, r.color});
+        r.texts.push_back(RasterText{tagTAVRIN_POINT{x / 2.0f, 1.0f - y / 2.0f}, 0, {}, r.color, x, y});
         r.rasterX = r.rasterY = 0.0f;
         record("glRasterPos2f(" + num(x) + "," + num(y) + ")");
         break;

@@ -62,6 +62,8 @@ struct RasterText {
     int listCalls = 0;            ///< glCallList calls made at this position
     std::vector<Bitmap> bitmaps;  ///< glBitmap calls made from this position, moves included
     Rgba color;                   ///< the current colour, which glRasterPos2f latches for glyphs
+    float glX = 0.0f;             ///< glRasterPos2f's own arguments
+    float glY = 0.0f;
 
     /// The bitmaps that draw (width and height above 0), in order.
     std::vector<Bitmap> glyphs() const;

@@ -1,0 +1,234 @@
+// Draw lists beyond what the transcripts compare with OpenGL: what the OpenGL stream does
+// not carry (smoothing, where glyph cells land), scopes per thread and nested, and the
+// triangle form with its font atlas.
+
+#include "support/GlTest.h"
+
+#include "drawlist/DrawListWriter.h"
+#include "graph/FontTable.h"
+
+#include <Tavrin/Tavrin.h>
+
+#include <thread>
+
+using namespace Tavrin;
+using P = DrawList::Primitive;
+
+namespace {
+
+class DrawListTest : public GlTest {
+protected:
+    void TearDown() override { TextRendering::SetEnabled(false); }
+};
+
+// A label's text and a selected polygon's outline, fill and handles into a 200 x 100 view.
+TEST_F(DrawListTest, BatchesCarrySmoothingSizesAndGlyphCells)
+{
+    tagTAVRIN_POINT corner = pt(0.25f, 0.5f);
+    Label label(&corner, 1);
+    char text[] = "Gate";
+    label.SetText(text);
+    tagTAVRIN_POINT triangle[3] = {pt(0.1f, 0.1f), pt(0.5f, 0.1f), pt(0.3f, 0.6f)};
+    Polygon polygon(triangle, 3);
+    polygon.SetClosed(true);
+    polygon.SetObjStatus(TAVRIN_OBJ_STATUS_SELECTED);
+
+    DrawList list;
+    TextRendering::SetEnabled(true);
+    {
+        DrawListScope scope(list);
+        label.Draw(nullptr, 200, 100, true);
+        polygon.Draw(nullptr, 200, 100, true);
+    }
+    EXPECT_TRUE(recorded().calls.empty());
+    EXPECT_EQ(list.ViewWidth(), 200);
+    EXPECT_EQ(list.ViewHeight(), 100);
+
+    // The glyph cells start 2 pixels right of and below the label's corner (50, 50).
+    ASSERT_EQ(list.TextRuns().size(), 1u);
+    const DrawList::TextRun& run = list.TextRuns()[0];
+    EXPECT_EQ(run.x, 52);
+    EXPECT_EQ(run.y, 52);
+    EXPECT_EQ(std::string(list.TextBytes().data() + run.first, run.length), "Gate");
+    EXPECT_EQ(run.before, 0u);
+
+    ASSERT_GE(list.Batches().size(), 3u);
+    const DrawList::Batch& outline = list.Batches()[0];
+    EXPECT_EQ(outline.primitive, P::LineLoop);
+    EXPECT_TRUE(outline.smooth);
+    const DrawList::Vertex& first = list.Vertices()[outline.first];
+    EXPECT_FLOAT_EQ(first.x, 20.0f);
+    EXPECT_FLOAT_EQ(first.y, 10.0f);
+    // The handles: smoothed points, round; a large one under the active vertex's.
+    const DrawList::Batch& handle = list.Batches().back();
+    EXPECT_EQ(handle.primitive, P::Points);
+    EXPECT_TRUE(handle.smooth);
+    EXPECT_EQ(handle.size, 8.0f);
+    // The first figure starts from OpenGL's defaults; after a figure, opaque white again.
+    DrawList fresh;
+    EXPECT_TRUE(fresh.IsEmpty());
+    list.Clear();
+    EXPECT_TRUE(list.IsEmpty());
+    EXPECT_EQ(list.ViewWidth(), 0);
+}
+
+TEST_F(DrawListTest, TextOffOutsideTheViewOrAtZeroSizeLeavesNothing)
+{
+    tagTAVRIN_POINT corner = pt(0.25f, 0.5f);
+    Label label(&corner, 1);
+    char text[] = "Gate";
+    label.SetText(text);
+    DrawList list;
+    {
+        DrawListScope scope(list);
+        label.Draw(nullptr, 200, 100, true);  // text rendering off
+        TextRendering::SetEnabled(true);
+        label.Draw(nullptr, 0, 100, true);
+        tagTAVRIN_POINT outside = pt(1.01f, 0.5f);
+        label.SetPoints(&outside, 1);
+        label.Draw(nullptr, 200, 100, true);
+        tagTAVRIN_POINT edge = pt(1.0f, 1.0f);
+        label.SetPoints(&edge, 1);
+        label.Draw(nullptr, 200, 100, true);
+    }
+    ASSERT_EQ(list.TextRuns().size(), 1u) << "only the anchor on the view's edge draws";
+    EXPECT_EQ(list.TextRuns()[0].x, 202);
+    EXPECT_TRUE(recorded().calls.empty());
+}
+
+TEST_F(DrawListTest, ScopesNestAndBelongToTheirThread)
+{
+    tagTAVRIN_POINT p = pt(0.5f, 0.5f);
+    Point point(&p);
+    DrawList outer;
+    DrawList inner;
+    DrawList other;
+    {
+        DrawListScope a(outer);
+        point.Draw(nullptr, 10, 10, true);
+        {
+            DrawListScope b(inner);
+            EXPECT_EQ(DrawListScope::Current(), &inner);
+            point.Draw(nullptr, 10, 10, true);
+            point.Draw(nullptr, 10, 10, true);
+        }
+        std::thread([&] {
+            EXPECT_EQ(DrawListScope::Current(), nullptr);
+            DrawListScope c(other);
+            Point own(&p);
+            own.Draw(nullptr, 10, 10, true);
+        }).join();
+        point.Draw(nullptr, 10, 10, true);
+    }
+    EXPECT_EQ(DrawListScope::Current(), nullptr);
+    EXPECT_EQ(outer.Batches().size(), 2u);
+    EXPECT_EQ(inner.Batches().size(), 2u);
+    EXPECT_EQ(other.Batches().size(), 1u);
+    EXPECT_TRUE(recorded().calls.empty());
+    point.Draw(nullptr, 10, 10, true);
+    EXPECT_FALSE(recorded().calls.empty()) << "after the scopes, drawing goes to OpenGL again";
+}
+
+// A list made directly: one batch of each kind in a 100 x 100 view.
+DrawList listOf(P primitive, bool smooth, float size, std::initializer_list<tagTAVRIN_POINT> points)
+{
+    DrawList list;
+    DrawListWriter::beginFigure(list, smooth ? 7 : 0, 100, 100);
+    DrawListWriter::setLineWidth(list, size);
+    DrawListWriter::setPointSize(list, size);
+    DrawListWriter::setColor(list, DrawList::Color{10, 20, 30, 200});
+    std::vector<tagTAVRIN_POINT> v(points);
+    DrawListWriter::addBatch(list, primitive, v.data(), v.size());
+    return list;
+}
+
+TEST(TriangleMesh, EachBatchKindTessellatesAsOpenGlDrawsIt)
+{
+    TriangleMesh mesh;
+    // A 4-pixel line from (10, 50) to (30, 50): one quad two pixels either side.
+    mesh.Build(listOf(P::Lines, false, 4.0f, {pt(0.1f, 0.5f), pt(0.3f, 0.5f)}));
+    ASSERT_EQ(mesh.Vertices().size(), 4u);
+    ASSERT_EQ(mesh.Indices().size(), 6u);
+    float minY = 1e9f, maxY = -1e9f, minX = 1e9f, maxX = -1e9f;
+    for (const TriangleMesh::Vertex& v : mesh.Vertices()) {
+        minX = std::min(minX, v.x), maxX = std::max(maxX, v.x), minY = std::min(minY, v.y), maxY = std::max(maxY, v.y);
+        EXPECT_EQ(v.a, 200);
+        EXPECT_EQ(v.r, 10);
+    }
+    EXPECT_FLOAT_EQ(minX, 10.0f);
+    EXPECT_FLOAT_EQ(maxX, 30.0f);
+    EXPECT_FLOAT_EQ(minY, 48.0f);
+    EXPECT_FLOAT_EQ(maxY, 52.0f);
+    // Smoothed and antialiased: the core narrows by half a pixel, a transparent fringe
+    // reaches half a pixel beyond the width on each side.
+    mesh.Build(listOf(P::Lines, true, 4.0f, {pt(0.1f, 0.5f), pt(0.3f, 0.5f)}), true);
+    ASSERT_EQ(mesh.Vertices().size(), 12u);
+    ASSERT_EQ(mesh.Indices().size(), 18u);
+    for (const TriangleMesh::Vertex& v : mesh.Vertices()) {
+        const float off = std::fabs(v.y - 50.0f);
+        EXPECT_TRUE((off == 1.5f && v.a == 200) || (off == 2.5f && v.a == 0)) << v.y << " " << int(v.a);
+    }
+    // Unsmoothed batches get no fringe even when asked.
+    mesh.Build(listOf(P::LineLoop, false, 1.0f, {pt(0.1f, 0.1f), pt(0.3f, 0.1f), pt(0.2f, 0.3f)}), true);
+    EXPECT_EQ(mesh.Indices().size(), 3u * 6u);
+    mesh.Build(listOf(P::LineStrip, false, 1.0f, {pt(0.1f, 0.1f), pt(0.3f, 0.1f), pt(0.2f, 0.3f)}));
+    EXPECT_EQ(mesh.Indices().size(), 2u * 6u);
+    // Polygons are fans; triangles three at a time, a trailing pair left out.
+    mesh.Build(listOf(P::Polygon, false, 0.0f, {pt(0.1f, 0.1f), pt(0.3f, 0.1f), pt(0.3f, 0.3f), pt(0.2f, 0.4f), pt(0.1f, 0.3f)}));
+    EXPECT_EQ(mesh.Vertices().size(), 5u);
+    EXPECT_EQ(mesh.Indices(), (std::vector<std::uint32_t>{0, 1, 2, 0, 2, 3, 0, 3, 4}));
+    mesh.Build(listOf(P::Triangles, true, 0.0f, {pt(0.1f, 0.1f), pt(0.3f, 0.1f), pt(0.3f, 0.3f), pt(0.5f, 0.5f), pt(0.6f, 0.6f)}), true);
+    EXPECT_EQ(mesh.Indices().size(), 3u + 3u * 6u) << "one triangle and its three edge fringes";
+    for (const TriangleMesh::Vertex& v : mesh.Vertices()) {
+        if (v.a == 0) {  // fringe vertices lie outside the triangle (10,10) (30,10) (30,30)
+            EXPECT_TRUE(v.y < 10.0f || v.x > 30.0f || v.x - v.y < 0.0f) << v.x << "," << v.y;
+        }
+    }
+    // Square points are quads of their size; round ones discs with more segments the larger.
+    mesh.Build(listOf(P::Points, false, 8.0f, {pt(0.5f, 0.5f)}));
+    ASSERT_EQ(mesh.Vertices().size(), 4u);
+    EXPECT_FLOAT_EQ(mesh.Vertices()[0].x, 46.0f);
+    EXPECT_FLOAT_EQ(mesh.Vertices()[2].y, 54.0f);
+    mesh.Build(listOf(P::Points, true, 8.0f, {pt(0.5f, 0.5f)}));
+    const std::size_t small = mesh.Indices().size() / 3;
+    mesh.Build(listOf(P::Points, true, 16.0f, {pt(0.5f, 0.5f)}));
+    const std::size_t large = mesh.Indices().size() / 3;
+    EXPECT_GE(small, 16u);
+    EXPECT_GT(large, small);
+    for (const TriangleMesh::Vertex& v : mesh.Vertices()) {
+        EXPECT_LE(std::hypot(v.x - 50.0f, v.y - 50.0f), 8.0001f);
+    }
+    // Shapes sample the atlas's opaque block.
+    const FontAtlas::Texel white = FontAtlas::WhiteTexel();
+    EXPECT_EQ(FontAtlas::Alpha()[white.y * FontAtlas::kWidth + white.x], 255);
+    EXPECT_FLOAT_EQ(mesh.Vertices()[0].u * FontAtlas::kWidth, static_cast<float>(white.x));
+}
+
+TEST(TriangleMesh, GlyphsAreAtlasQuadsInDrawingOrder)
+{
+    DrawList list = listOf(P::Lines, false, 1.0f, {pt(0.1f, 0.5f), pt(0.3f, 0.5f)});
+    const char text[] = "A\x01";
+    DrawListWriter::addText(list, geometry::glPointOf(0.5f, 0.5f), 0, 0, text, 2);
+    DrawListWriter::addBatch(list, P::Lines, std::vector<tagTAVRIN_POINT>{pt(0.1f, 0.2f), pt(0.3f, 0.2f)}.data(), 2);
+    TriangleMesh mesh;
+    mesh.Build(list);
+    ASSERT_EQ(mesh.Vertices().size(), 16u);
+    // Between the two lines: the "A" cell, then the placeholder's, 7 pixels on.
+    const TriangleMesh::Vertex* a = &mesh.Vertices()[4];
+    const FontAtlas::Texel cellA = FontAtlas::GlyphCell('A');
+    EXPECT_FLOAT_EQ(a[0].u * FontAtlas::kWidth, static_cast<float>(cellA.x));
+    EXPECT_FLOAT_EQ(a[2].v * FontAtlas::kHeight, static_cast<float>(cellA.y + DrawList::kGlyphHeight));
+    EXPECT_FLOAT_EQ(a[4].x - a[0].x, 7.0f);
+    EXPECT_EQ(FontAtlas::GlyphCell(0x01).x, FontAtlas::GlyphCell(0xff).x);
+    EXPECT_FLOAT_EQ(std::fabs(mesh.Vertices()[12].y - 20.0f), 0.5f) << "the second line comes last";
+    // The atlas holds each glyph's rows as the font draws them.
+    const std::uint8_t* atlas = FontAtlas::Alpha();
+    for (int row = 0; row < font::kCellHeight; ++row) {
+        for (int column = 0; column < 8; ++column) {
+            const bool ink = column < 7 && (font::glyphRows('A')[row] & (0x80u >> column)) != 0;
+            EXPECT_EQ(atlas[(cellA.y + row) * FontAtlas::kWidth + cellA.x + column], ink ? 255 : 0);
+        }
+    }
+}
+
+}  // namespace
