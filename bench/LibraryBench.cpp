@@ -1,11 +1,16 @@
-// What the library itself costs: a frame drawn into the counting GL sink, hit tests over
-// many figures, the polygon triangulation and the registry.
+// What the library itself costs: a frame drawn into the counting GL sink or captured into
+// a draw list (then tessellated or painted), hit tests over many figures, the polygon
+// triangulation and the registry.
 
 #include "CountingNew.h"
 #include "support/FakeGl.h"
 #include "Replay.h"
 #include "Scene.h"
 
+#include <TavrinQt/PaintDrawList.h>
+
+#include <QImage>
+#include <QPainter>
 #include <benchmark/benchmark.h>
 
 #include <list>
@@ -44,7 +49,63 @@ void BM_LibraryDraw(benchmark::State& state)
     counters.report(state);
     state.counters["figures"] = static_cast<double>(state.range(0));
 }
-BENCHMARK(BM_LibraryDraw)->Arg(16)->Arg(64)->Arg(256)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_LibraryDraw)->Arg(16)->Arg(64)->Arg(256)->Arg(1000)->Unit(benchmark::kMicrosecond);
+
+// The same frame captured into a draw list instead of OpenGL: what a host without a
+// compatibility context pays before rendering. One list, cleared every frame.
+void BM_CaptureDraw(benchmark::State& state)
+{
+    Scene scene(static_cast<int>(state.range(0)));
+    scene.draw();
+    DrawList list;
+    FrameCounters counters;
+    for (auto _ : state) {
+        list.Clear();
+        DrawListScope scope(list);
+        scene.draw();
+        benchmark::DoNotOptimize(list.Vertices().data());
+    }
+    counters.report(state);
+    state.counters["vertices"] = static_cast<double>(list.Vertices().size());
+}
+BENCHMARK(BM_CaptureDraw)->Arg(16)->Arg(64)->Arg(256)->Arg(1000)->Unit(benchmark::kMicrosecond);
+
+DrawList capturedFrame(Scene& scene)
+{
+    scene.draw();
+    DrawList list;
+    DrawListScope scope(list);
+    scene.draw();
+    return list;
+}
+
+// A captured frame as triangles (second argument 1: with antialiasing fringes).
+void BM_Tessellate(benchmark::State& state)
+{
+    Scene scene(static_cast<int>(state.range(0)));
+    const DrawList list = capturedFrame(scene);
+    TriangleMesh mesh;
+    for (auto _ : state) {
+        mesh.Build(list, state.range(1) != 0);
+        benchmark::DoNotOptimize(mesh.Indices().data());
+    }
+    state.counters["triangles"] = static_cast<double>(mesh.Indices().size() / 3);
+}
+BENCHMARK(BM_Tessellate)->ArgsProduct({{16, 64, 256, 1000}, {0, 1}})->Unit(benchmark::kMicrosecond);
+
+// A captured frame painted with QPainter into a 1280 x 720 picture (cleared each frame).
+void BM_PaintDrawList(benchmark::State& state)
+{
+    Scene scene(static_cast<int>(state.range(0)));
+    const DrawList list = capturedFrame(scene);
+    QImage image(kViewWidth, kViewHeight, QImage::Format_ARGB32_Premultiplied);
+    for (auto _ : state) {
+        image.fill(Qt::transparent);
+        QPainter painter(&image);
+        PaintDrawList(painter, list);
+    }
+}
+BENCHMARK(BM_PaintDrawList)->Arg(16)->Arg(64)->Arg(256)->Unit(benchmark::kMicrosecond);
 
 // The same frame's recorded calls replayed into the counting sink: what the sink itself
 // costs. The library's own share of BM_LibraryDraw is the difference.
@@ -154,16 +215,16 @@ void BM_RegistryAddDelete(benchmark::State& state)
 {
     Scene scene(64);
     VcaObjectContainer* registry = VcaObjectContainer::Instance();
-    std::vector<int> slots(scene.objects().size());
+    std::vector<int> slotIds(scene.objects().size());
     for (auto _ : state) {
-        for (std::size_t i = 0; i < slots.size(); ++i) {
-            slots[i] = registry->AddVcaObject(scene.objects()[i]);
+        for (std::size_t i = 0; i < slotIds.size(); ++i) {
+            slotIds[i] = registry->AddVcaObject(scene.objects()[i]);
         }
-        for (int slot : slots) {
+        for (int slot : slotIds) {
             registry->DelVcaObject(slot);
         }
     }
-    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(slots.size()));
+    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(slotIds.size()));
 }
 BENCHMARK(BM_RegistryAddDelete)->Unit(benchmark::kMicrosecond);
 

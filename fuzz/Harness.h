@@ -8,7 +8,11 @@
 #include "FuzzInput.h"
 #include "GlSink.h"
 
+#include "support/FakeGl.h"
+
+#include <Tavrin/DrawList.h>
 #include <Tavrin/TavrinTypes.h>
+#include <Tavrin/TriangleMesh.h>
 
 #include <cmath>
 #include <cstring>
@@ -157,6 +161,45 @@ inline std::vector<char> text(FuzzInput& in)
         t[i] = c == '\0' ? 'x' : c;
     }
     return t;
+}
+
+/// A draw made into a draw list: no OpenGL call at all, every batch and run inside the
+/// list's arrays, every vertex finite; its triangle form (with and without fringes)
+/// finite, every index naming a vertex.
+template <class DrawCall>
+void checkCapturedDraw(DrawCall draw)
+{
+    Tavrin::DrawList list;
+    const std::uint64_t calls = fakegl::callCount();
+    {
+        Tavrin::DrawListScope scope(list);
+        draw();
+    }
+    FUZZ_CHECK(fakegl::callCount() == calls, "no OpenGL call inside a draw-list scope");
+    const std::size_t vertices = list.Vertices().size();
+    for (const Tavrin::DrawList::Batch& b : list.Batches()) {
+        FUZZ_CHECK(b.count > 0 && b.first <= vertices && b.count <= vertices - b.first, "batches inside the list");
+    }
+    for (const Tavrin::DrawList::Vertex& v : list.Vertices()) {
+        FUZZ_CHECK(std::isfinite(v.x) && std::isfinite(v.y), "draw-list vertices are finite");
+    }
+    for (const Tavrin::DrawList::TextRun& r : list.TextRuns()) {
+        FUZZ_CHECK(r.length > 0 && r.first + r.length <= list.TextBytes().size() && r.before <= list.Batches().size(),
+                   "text runs inside the list");
+    }
+    Tavrin::TriangleMesh mesh;
+    for (const bool antialias : {false, true}) {
+        mesh.Build(list, antialias);
+        FUZZ_CHECK(mesh.Indices().size() % 3 == 0, "whole triangles");
+        for (const std::uint32_t i : mesh.Indices()) {
+            FUZZ_CHECK(i < mesh.Vertices().size(), "indices name vertices");
+        }
+        for (const Tavrin::TriangleMesh::Vertex& v : mesh.Vertices()) {
+            FUZZ_CHECK(std::isfinite(v.x) && std::isfinite(v.y) && v.u >= 0.0f && v.u <= 1.0f && v.v >= 0.0f &&
+                           v.v <= 1.0f,
+                       "mesh vertices finite, texture coordinates inside the atlas");
+        }
+    }
 }
 
 /// Runs one input's calls on the analytics objects and the registry.

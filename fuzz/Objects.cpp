@@ -199,6 +199,10 @@ void checkDraw(const Tracked& t, FuzzInput& in)
 {
     const int w = in.viewSize();
     const int h = in.viewSize();
+    if (in.pick(4) == 0) {
+        checkCapturedDraw([&] { t.obj->Draw(nullptr, w, h, true); });
+        return;
+    }
     sink::beginDraw();
     t.obj->Draw(in.flag() ? nullptr : &in, w, h, in.flag());
     sink::expectRestored("VcaObject::Draw");

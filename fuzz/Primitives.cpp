@@ -57,6 +57,12 @@ Snapshot read(F& figure, unsigned capacity)
 template <class F>
 void checkedDraw(F& figure, FuzzInput& in)
 {
+    if (in.pick(4) == 0) {
+        const int w = in.viewSize();
+        const int h = in.viewSize();
+        checkCapturedDraw([&] { figure.Draw(nullptr, w, h, true); });
+        return;
+    }
     sink::beginDraw();
     if (in.flag()) {
         figure.Draw(in.flag() ? nullptr : &in, in.viewSize(), in.viewSize(), in.flag());

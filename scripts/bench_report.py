@@ -154,6 +154,11 @@ def block(args):
     hit = None if cps is None or cs is None else max(cps["cpu"], cs["cpu"])
     lines.append(f"| Hit-test sweep over 1000 figures ≤ 50 µs | CheckPointSelected {us(cpu(cps))} µs, "
                  f"CheckSelected {us(cpu(cs))} µs | {verdict(None if hit is None else hit <= 50)} |")
+    capture64 = find(lib, "BM_CaptureDraw", 64)
+    capture_ratio = ratio(cpu(capture64), cpu(draw64))
+    lines.append(f"| Capturing the 64-figure frame into a draw list ≤ 1.3 × the OpenGL path's CPU | "
+                 f"{us(cpu(capture64))} µs against {us(cpu(draw64))} µs: {fmt_ratio(capture_ratio)} | "
+                 f"{verdict(None if capture_ratio is None else capture_ratio <= 1.3)} |")
     lines.append(f"| SplitPolygon, 20-vertex concave, steady frame ≤ 5 µs | whole fill draw "
                  f"{us(cpu(fill_concave))} µs; a fresh cut {us(cpu(split_concave))} µs | "
                  f"{verdict(None if fill_concave is None else fill_concave['cpu'] <= 5)} |")
@@ -167,6 +172,29 @@ def block(args):
         d, s = draw[n], sink[n]
         lines.append(f"| {n} | {us(cpu(d))} | {d['gl_calls']:.0f} | {d['allocs']:.2f} | {us(cpu(s))} | "
                      f"{fmt_ratio(ratio(cpu(d), cpu(s)))} |" if d else f"| {n} | n/a | | | | |")
+    lines.append("")
+
+    lines.append("### Draw lists: the frame captured, tessellated and painted (CPU µs per frame)")
+    lines.append("")
+    lines.append("Capture: the scene's Draw calls inside a DrawListScope, one list cleared every frame. "
+                 "Triangles: TriangleMesh::Build of that list, without and with the antialiasing "
+                 "fringes. Painter: PaintDrawList into a 1280 x 720 QImage (raster engine, "
+                 "antialiased where the OpenGL path smooths).")
+    lines.append("")
+    lines.append("| Figures | OpenGL path | Capture | Capture / OpenGL path | Vertices | Triangles | "
+                 "Triangles, fringed | Painter |")
+    lines.append("|---|---|---|---|---|---|---|---|")
+    def vertices(e):
+        return "n/a" if e is None or "vertices" not in e else f"{e['vertices']:,.0f}"
+
+    for n in SIZES + (1000,):
+        c = find(lib, "BM_CaptureDraw", n)
+        plain = lib.get(f"BM_Tessellate/{n}/0")
+        fringed = lib.get(f"BM_Tessellate/{n}/1")
+        p = find(lib, "BM_PaintDrawList", n)
+        d = draw.get(n)
+        lines.append(f"| {n} | {us(cpu(d))} | {us(cpu(c))} | {fmt_ratio(ratio(cpu(c), cpu(d)))} | "
+                     f"{vertices(c)} | {us(cpu(plain))} | {us(cpu(fringed))} | {us(cpu(p))} |")
     lines.append("")
 
     lines.append("### Mesa: library against its floor, frame for frame (wall µs per frame)")

@@ -124,7 +124,14 @@ void DrawListWriter::appendBatch(DrawList& list, DrawList::Primitive primitive, 
     const float w = static_cast<float>(list.m_viewWidth);
     const float h = static_cast<float>(list.m_viewHeight);
     for (std::size_t i = 0; i < count; ++i) {
-        list.m_vertices.push_back(viewPixelOf(glPointOf(points[i]), w, h));
+        const DrawList::Vertex v = viewPixelOf(glPointOf(points[i]), w, h);
+        // A vertex far outside the view can lie beyond float range in pixels, where
+        // OpenGL clips it: the list leaves such a batch out whole.
+        if (!std::isfinite(v.x) || !std::isfinite(v.y)) {
+            list.m_vertices.resize(batch.first);
+            return;
+        }
+        list.m_vertices.push_back(v);
     }
     list.m_batches.push_back(batch);
 }
@@ -156,12 +163,13 @@ void DrawListWriter::addText(DrawList& list, const geometry::GlPoint& anchor, in
     const float w = static_cast<float>(list.m_viewWidth);
     const float h = static_cast<float>(list.m_viewHeight);
     // glBitmap puts a glyph's lower-left pixel at floor(raster - origin), origin (0, descent).
-    const int left = static_cast<int>(std::floor(anchor.x * 0.5f * w + static_cast<float>(dx)));
-    const int bottomUp = static_cast<int>(std::floor(anchor.y * 0.5f * h + static_cast<float>(dy) -
-                                                   static_cast<float>(font::kDescent)));
+    // (Saturated to int: views wider than any screen still give defined positions.)
+    const double left = std::floor(anchor.x * 0.5f * w + static_cast<float>(dx));
+    const double bottomUp = std::floor(anchor.y * 0.5f * h + static_cast<float>(dy) -
+                                       static_cast<float>(font::kDescent));
     DrawList::TextRun run{};
-    run.x = left;
-    run.y = list.m_viewHeight - bottomUp - DrawList::kGlyphHeight;
+    run.x = geometry::truncToInt(left);
+    run.y = geometry::truncToInt(static_cast<double>(list.m_viewHeight) - bottomUp - DrawList::kGlyphHeight);
     run.color = list.m_color;
     run.first = static_cast<std::uint32_t>(list.m_textBytes.size());
     run.length = static_cast<std::uint32_t>(length);

@@ -34,7 +34,8 @@ public:
     static void setPointSize(DrawList& list, float size);
 
     /// One batch of `count` vertices given as the OpenGL path's vertices (see
-    /// geometry::glPointOf), mapped to view pixels. Nothing for an empty view or batch.
+    /// geometry::glPointOf), mapped to view pixels. Nothing for an empty view or batch,
+    /// nor for one with a vertex whose pixel position overflows float.
     static void addBatch(DrawList& list, DrawList::Primitive primitive, const geometry::GlPoint* vertices,
                          std::size_t count);
     /// The same for picture points (normalised), mapped through geometry::glPointOf.

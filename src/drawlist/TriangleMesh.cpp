@@ -27,6 +27,29 @@ int discSegmentsFor(float diameter)
     return wanted < kMaxDiscSegments ? static_cast<int>(wanted) : kMaxDiscSegments;
 }
 
+// The rim directions of a disc of every segment count, computed once.
+struct DiscRims {
+    float cosine[kMaxDiscSegments + 1][kMaxDiscSegments];
+    float sine[kMaxDiscSegments + 1][kMaxDiscSegments];
+
+    DiscRims()
+    {
+        for (int n = kMinDiscSegments; n <= kMaxDiscSegments; ++n) {
+            for (int i = 0; i < n; ++i) {
+                const float angle = 2.0f * kPi * static_cast<float>(i) / static_cast<float>(n);
+                cosine[n][i] = std::cos(angle);
+                sine[n][i] = std::sin(angle);
+            }
+        }
+    }
+};
+
+const DiscRims& discRims()
+{
+    static const DiscRims rims;
+    return rims;
+}
+
 bool isFinite(const Point& p) { return std::isfinite(p.x) && std::isfinite(p.y); }
 
 Point offset(const Point& p, float nx, float ny, float d) { return Point{p.x + nx * d, p.y + ny * d}; }
@@ -150,10 +173,10 @@ public:
         const float rim = antialias ? radius - 0.5f : radius;
         const std::uint32_t middle = vertex(centre, c, c.a);
         const std::uint32_t first = static_cast<std::uint32_t>(m_vertices.size());
+        const DiscRims& rims = discRims();
         for (int i = 0; i < segments; ++i) {
-            const float angle = 2.0f * kPi * static_cast<float>(i) / static_cast<float>(segments);
-            const float cx = std::cos(angle);
-            const float cy = std::sin(angle);
+            const float cx = rims.cosine[segments][i];
+            const float cy = rims.sine[segments][i];
             vertex(offset(offset(centre, cx, 0.0f, rim), 0.0f, cy, rim), c, c.a);
             if (antialias) {
                 vertex(offset(offset(centre, cx, 0.0f, rim + 1.0f), 0.0f, cy, rim + 1.0f), c, 0);
