@@ -9,6 +9,7 @@ here=$(cd "$(dirname "$0")" && pwd)
 cmake -S "$here" -B "$work/cmake" -DCMAKE_PREFIX_PATH="$prefix" >/dev/null
 cmake --build "$work/cmake" >/dev/null
 LD_LIBRARY_PATH="$prefix/lib:$prefix/lib64:${LD_LIBRARY_PATH:-}" "$work/cmake/consumer"
+LD_LIBRARY_PATH="$prefix/lib:$prefix/lib64:${LD_LIBRARY_PATH:-}" "$work/cmake/painter-consumer"
 
 pcdir=$(dirname "$(find "$prefix" -name tavrin.pc | head -n1)")
 export PKG_CONFIG_PATH="$pcdir:${PKG_CONFIG_PATH:-}"
