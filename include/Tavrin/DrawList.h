@@ -74,7 +74,7 @@ public:
         Color color;
         std::uint32_t first;   ///< index of the run's first byte in `TextBytes()`
         std::uint32_t length;  ///< bytes in the run, at least one
-        /// Batches drawn before the run: it goes on top of `Batches()[0 .. before)` and
+        /// Batches drawn before the run: it goes on top of the first `before` batches and
         /// under the rest, as in the OpenGL frame.
         std::uint32_t before;
     };
