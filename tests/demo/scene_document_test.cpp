@@ -16,6 +16,8 @@
 #include <QFile>
 #include <QImage>
 #include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QTemporaryDir>
 
 #include <vector>
@@ -145,10 +147,49 @@ TEST_F(SceneDocumentTest, DragsReadBackAndSaveAsTheyDraw)
             EXPECT_EQ(view.object(slot)->GetObjStatus(), TAVRIN_OBJ_STATUS_NORMAL);
         }
     }
-    const QImage live = renderLive(document);
+    // The selection is the session's: the file keeps the looks it gave (none here).
     const QImage saved = renderSaved(document, dir.filePath(QStringLiteral("edited.json")));
+    view.select(-1);
+    const QImage live = renderLive(document);
     ASSERT_FALSE(live.isNull());
     EXPECT_TRUE(live == saved);
+}
+
+TEST_F(SceneDocumentTest, SavingKeepsTheLooksTheFileGave)
+{
+    QFile file(dir.filePath(QStringLiteral("looks.json")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(R"({"width": 960, "height": 540, "figures": [
+        {"kind": "ShieldRegion", "vertices": [[0.2, 0.2], [0.4, 0.2], [0.4, 0.5]], "status": "highlighted"},
+        {"kind": "ShieldRegion", "vertices": [[0.6, 0.2], [0.8, 0.2], [0.8, 0.5]], "status": "selected", "selected": 2}]})");
+    file.close();
+    QString error;
+    ASSERT_TRUE(document.load(file.fileName(), error)) << error.toStdString();
+    const std::vector<int> figures = view.figureSlots();
+    view.press(300, 200);  // selects the first, deselects the second
+    view.release();
+    view.hover(10, 10);
+    QString text;
+    {
+        ASSERT_TRUE(document.save(dir.filePath(QStringLiteral("saved.json")), error));
+        QFile saved(dir.filePath(QStringLiteral("saved.json")));
+        ASSERT_TRUE(saved.open(QIODevice::ReadOnly));
+        text = QString::fromUtf8(saved.readAll());
+    }
+    const QJsonArray list = QJsonDocument::fromJson(text.toUtf8()).object().value(QStringLiteral("figures")).toArray();
+    ASSERT_EQ(list.size(), 2);
+    EXPECT_EQ(list[0].toObject().value(QStringLiteral("status")).toString(), QStringLiteral("highlighted"));
+    EXPECT_FALSE(list[0].toObject().contains(QStringLiteral("selected")));
+    EXPECT_EQ(list[1].toObject().value(QStringLiteral("status")).toString(), QStringLiteral("selected"));
+    EXPECT_EQ(list[1].toObject().value(QStringLiteral("selected")).toInt(), 2);
+    // A panel edit rebuilds the figure and keeps the file's look too.
+    ASSERT_GE(document.setOption(figures[0], QStringLiteral("closed"), false, error), 0) << error.toStdString();
+    EXPECT_EQ(document.savedEntry(view.figureSlots()[0]).value(QStringLiteral("status")).toString(),
+              QStringLiteral("highlighted"));
+    // A new scene keeps the picture and drops the figures and the file.
+    document.clear();
+    EXPECT_TRUE(view.figureSlots().empty());
+    EXPECT_TRUE(document.path().isEmpty());
 }
 
 TEST_F(SceneDocumentTest, LfMarkerIsHitOnlyNearItsPoint)
@@ -314,8 +355,10 @@ TEST(SceneDocumentKinds, PlaceEveryKindSaveAndDelete)
     EXPECT_EQ(view.figureSlots(), taken);
     EXPECT_EQ(registered(), taken);
 
-    const QImage live = renderLive(document);
+    // Saved with the looks new figures have (none), so compared with nothing selected.
     const QImage saved = renderSaved(document, dir.filePath(QStringLiteral("all.json")));
+    view.select(-1);
+    const QImage live = renderLive(document);
     ASSERT_FALSE(live.isNull());
     EXPECT_TRUE(live == saved);
     // Reading the saved file registered its figures too; the view lets them go.

@@ -11,19 +11,6 @@
 
 namespace g = Tavrin::geometry;
 
-TEST(LineGeometryPixelBox, MarginAroundTheSecondPointTiesTakeItsEdge)
-{
-    QRect box;
-    ASSERT_TRUE(g::pixelBox(200, 500, 600, 500, box));
-    EXPECT_EQ(box, QRect(200, 492, 408, 16));
-    ASSERT_TRUE(g::pixelBox(592, 508, 600, 500, box));  // ties: X2 - 8 and Y2 + 8
-    EXPECT_EQ(box, QRect(592, 492, 16, 16));
-    ASSERT_TRUE(g::pixelBox(609, 491, 600, 500, box));  // first point just outside the margin
-    EXPECT_EQ(box, QRect(592, 491, 17, 17));
-    EXPECT_FALSE(g::pixelBox(INT_MIN, 0, INT_MAX, 0, box));
-    EXPECT_FALSE(g::pixelBox(0, INT_MAX, 0, INT_MAX, box));
-}
-
 TEST(LineGeometryArrowBar, RefusesSmallBuffersAndMissingViews)
 {
     tagTAVRIN_POINT points[18];

@@ -7,6 +7,7 @@
 
 #include <GL/gl.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace Tavrin {
@@ -21,7 +22,8 @@ DemoView::DemoView(SceneDocument& document, QWidget* parent) : QOpenGLWidget(par
 QSize DemoView::sizeHint() const
 {
     const QSize scene = m_document.sceneSize();
-    return scene.isValid() ? scene.scaled(960, 540, Qt::KeepAspectRatio) : QSize(960, 540);
+    const QSize picture = scene.isValid() ? scene.scaled(960, 540, Qt::KeepAspectRatio) : QSize(960, 540);
+    return picture + QSize(2 * kMargin, 2 * kMargin);
 }
 
 void DemoView::startPlacing(const QString& kind)
@@ -62,10 +64,21 @@ void DemoView::initializeGL() {}
 void DemoView::paintGL()
 {
     syncViewSize();
+    const int margin = deviceMargin();
+    const int width = m_document.view().width();
+    const int height = m_document.view().height();
+    // The margin, then the picture's area in the scene's colour: the viewport is the
+    // picture, and what figures draw past its edges shows in the margin around it.
+    glViewport(0, 0, width + 2 * margin, height + 2 * margin);
+    glClearColor(kMarginGrey, kMarginGrey, kMarginGrey, 1.0f);
+    glClear(GL_COLOR_BUFFER_BIT);
     const unsigned int rgb = m_document.colour();
-    glViewport(0, 0, m_document.view().width(), m_document.view().height());
+    glEnable(GL_SCISSOR_TEST);
+    glScissor(margin, margin, width, height);
     glClearColor(((rgb >> 16) & 0xff) / 255.0f, ((rgb >> 8) & 0xff) / 255.0f, (rgb & 0xff) / 255.0f, 1.0f);
     glClear(GL_COLOR_BUFFER_BIT);
+    glDisable(GL_SCISSOR_TEST);
+    glViewport(margin, margin, width, height);
     glMatrixMode(GL_PROJECTION);
     glLoadIdentity();
     glMatrixMode(GL_MODELVIEW);
@@ -76,10 +89,13 @@ void DemoView::paintGL()
     drawPlacing();
 }
 
+int DemoView::deviceMargin() const { return static_cast<int>(std::lround(kMargin * devicePixelRatioF())); }
+
 void DemoView::syncViewSize()
 {
-    const int width = static_cast<int>(std::lround(this->width() * devicePixelRatioF()));
-    const int height = static_cast<int>(std::lround(this->height() * devicePixelRatioF()));
+    const int margin = 2 * deviceMargin();
+    const int width = std::max(1, static_cast<int>(std::lround(this->width() * devicePixelRatioF())) - margin);
+    const int height = std::max(1, static_cast<int>(std::lround(this->height() * devicePixelRatioF())) - margin);
     HostView& view = m_document.view();
     if (view.width() != width || view.height() != height) {
         view.resize(width, height);
@@ -138,16 +154,27 @@ void DemoView::drawPlacing()
 QPoint DemoView::devicePixel(const QPoint& logical) const
 {
     const qreal ratio = devicePixelRatioF();
-    return QPoint(static_cast<int>(std::lround(logical.x() * ratio)), static_cast<int>(std::lround(logical.y() * ratio)));
+    const int margin = deviceMargin();
+    return QPoint(static_cast<int>(std::lround(logical.x() * ratio)) - margin,
+                  static_cast<int>(std::lround(logical.y() * ratio)) - margin);
 }
 
 void DemoView::mousePressEvent(QMouseEvent* event)
 {
+    syncViewSize();
+    const QPoint p = devicePixel(event->pos());
+    if (event->button() == Qt::RightButton && !placing()) {
+        // Selects the figure under the cursor (or none), then offers its actions.
+        m_document.view().press(p.x(), p.y());
+        m_document.view().release();
+        emit selectionChanged();
+        emit figureMenuRequested(event->globalPos());
+        update();
+        return;
+    }
     if (event->button() != Qt::LeftButton) {
         return;
     }
-    syncViewSize();
-    const QPoint p = devicePixel(event->pos());
     if (placing()) {
         m_clicks.push_back(m_document.view().normalised(p.x(), p.y()));
         const Kind* kind = findKind(m_placingKind);
@@ -210,13 +237,6 @@ void DemoView::keyPressEvent(QKeyEvent* event)
         if (placing()) {
             cancelPlacing();
             emit message(QStringLiteral("placing cancelled"));
-        }
-        break;
-    case Qt::Key_Delete:
-    case Qt::Key_Backspace:
-        if (!placing() && m_document.view().selectedSlot() >= 0) {
-            m_document.remove(m_document.view().selectedSlot());
-            emit selectionChanged();
         }
         break;
     default:

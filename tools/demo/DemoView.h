@@ -32,6 +32,13 @@ public:
 
     QSize sizeHint() const override;
 
+    /// Logical pixels between the widget's edge and the picture on every side: handles
+    /// of vertices on the picture's edge and labels that run past it stay visible and
+    /// can be grabbed there.
+    static constexpr int kMargin = 24;
+    /// Where the picture's top-left corner lies in the widget, logical pixels.
+    QPoint pictureOrigin() const { return QPoint(kMargin, kMargin); }
+
 signals:
     /// The selection changed (a press, a new or deleted figure).
     void selectionChanged();
@@ -39,6 +46,9 @@ signals:
     void edited();
     /// A one-line message for the status bar.
     void message(const QString& text);
+    /// A right click (outside placing): the figure under it, if any, is now selected;
+    /// its actions belong at `global`.
+    void figureMenuRequested(const QPoint& global);
 
 protected:
     void initializeGL() override;
@@ -50,6 +60,12 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    static constexpr float kMarginGrey = 0.19f;
+
+    /// The margin in device pixels.
+    int deviceMargin() const;
+    /// A widget position in the picture's device pixels (negative in the left and top
+    /// margins).
     QPoint devicePixel(const QPoint& logical) const;
     void syncViewSize();
     void drawPicture();

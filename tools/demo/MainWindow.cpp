@@ -9,6 +9,7 @@
 #include <QFileInfo>
 #include <QKeySequence>
 #include <QListWidget>
+#include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QStatusBar>
@@ -85,6 +86,7 @@ bool MainWindow::saveScene(const QString& path)
 void MainWindow::buildMenus()
 {
     QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
+    file->addAction(QStringLiteral("&New scene"), this, &MainWindow::newScene, QKeySequence::New);
     file->addAction(QStringLiteral("&Open scene..."), this, &MainWindow::openDialog, QKeySequence::Open);
     file->addAction(
         QStringLiteral("&Save scene"), this,
@@ -102,14 +104,39 @@ void MainWindow::buildMenus()
     file->addAction(QStringLiteral("&Quit"), this, &QWidget::close, QKeySequence::Quit);
 
     QMenu* edit = menuBar()->addMenu(QStringLiteral("&Edit"));
-    edit->addAction(QStringLiteral("&Delete figure"), this, [this] {
-        const int slot = m_document.view().selectedSlot();
-        if (slot >= 0) {
-            m_document.remove(slot);
-            selectionChanged();
-            m_view->update();
+    m_deleteAction = edit->addAction(QStringLiteral("&Delete figure"), this, &MainWindow::deleteSelected);
+    // Delete, and Backspace as on keyboards without a Delete key; shown in the menu.
+    m_deleteAction->setShortcuts({QKeySequence(QKeySequence::Delete), QKeySequence(Qt::Key_Backspace)});
+    m_deleteAction->setShortcutContext(Qt::WindowShortcut);
+    // A right click on a figure selects it and offers the same action.
+    m_figureMenu = new QMenu(this);
+    m_figureMenu->addAction(m_deleteAction);
+    connect(m_view, &DemoView::figureMenuRequested, this, [this](const QPoint& global) {
+        selectionChanged();
+        if (m_document.view().selectedSlot() >= 0) {
+            m_figureMenu->popup(global);
         }
     });
+}
+
+void MainWindow::deleteSelected()
+{
+    const int slot = m_document.view().selectedSlot();
+    if (slot < 0 || m_view->placing()) {
+        return;
+    }
+    const QString kind = m_document.kind(slot);
+    m_document.remove(slot);
+    selectionChanged();
+    showMessage(QStringLiteral("%1 deleted").arg(kind));
+}
+
+void MainWindow::newScene()
+{
+    m_view->cancelPlacing();
+    m_document.clear();
+    selectionChanged();
+    showMessage(QStringLiteral("new scene over the same picture"));
 }
 
 void MainWindow::openDialog()

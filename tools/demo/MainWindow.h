@@ -8,7 +8,9 @@
 
 #include <QMainWindow>
 
+class QAction;
 class QListWidget;
+class QMenu;
 
 namespace Tavrin {
 namespace demo {
@@ -29,12 +31,17 @@ public:
     DemoView* view() const { return m_view; }
     PropertyPanel* panel() const { return m_panel; }
     QListWidget* palette() const { return m_palette; }
+    /// Edit > Delete figure (Delete, Backspace), also in the figure's right-click menu.
+    QAction* deleteAction() const { return m_deleteAction; }
+    QMenu* figureMenu() const { return m_figureMenu; }
 
 private:
     void buildMenus();
     void openDialog();
     void saveAsDialog();
     void pictureDialog();
+    void deleteSelected();
+    void newScene();
     void showMessage(const QString& text);
     void selectionChanged();
 
@@ -42,6 +49,8 @@ private:
     DemoView* m_view;
     PropertyPanel* m_panel;
     QListWidget* m_palette;
+    QAction* m_deleteAction = nullptr;
+    QMenu* m_figureMenu = nullptr;
 };
 
 }  // namespace demo

@@ -135,7 +135,8 @@ void PropertyPanel::addLabelEditor(const QJsonObject& entry)
 {
     auto* edit = new QLineEdit(entry.value(QStringLiteral("label")).toString(), m_form);
     edit->setObjectName(QStringLiteral("label"));
-    edit->setMaxLength(16);
+    // No input limit: a longer label is refused by the scene reader, which says why,
+    // rather than cut without a word.
     edit->setPlaceholderText(QStringLiteral("at most 16 characters"));
     connect(edit, &QLineEdit::editingFinished, this, [this, edit] {
         if (edit->isModified()) {

@@ -24,6 +24,20 @@ namespace demo {
 
 namespace {
 
+// The look and active vertex a scene file gave a figure ("status", "selected"): clicking
+// and hovering in the view change them for the session only, so they are written back
+// as the file had them (absent stays absent).
+void keepDesignedLooks(QJsonObject& out, const QJsonObject& stored)
+{
+    for (const QString& key : {QStringLiteral("status"), QStringLiteral("selected")}) {
+        if (stored.contains(key)) {
+            out[key] = stored.value(key);
+        } else {
+            out.remove(key);
+        }
+    }
+}
+
 // The vertex hit tolerance of the library, used for the LfCali marker, whose own
 // CheckSelected answers true everywhere.
 constexpr float kMarkerTolerance = 0.02f;
@@ -98,6 +112,14 @@ bool SceneDocument::load(const QString& path, QString& error)
     return false;
 }
 
+void SceneDocument::clear()
+{
+    m_view.clear();
+    m_figures.clear();
+    m_comment.clear();
+    m_path.clear();
+}
+
 QByteArray SceneDocument::toJson(const QString& folder) const
 {
     render::SceneHeader header;
@@ -110,7 +132,7 @@ QByteArray SceneDocument::toJson(const QString& folder) const
     }
     std::vector<QJsonObject> figures;
     for (int slot : m_view.figureSlots()) {
-        figures.push_back(entry(slot));
+        figures.push_back(savedEntry(slot));
     }
     return render::writeScene(header, figures);
 }
@@ -191,6 +213,7 @@ int SceneDocument::setOption(int slot, const QString& key, const QJsonValue& val
         error = QStringLiteral("the figure could not be replaced");
         return -1;
     }
+    keepDesignedLooks(changed, found->second.entry);
     m_figures.erase(found);
     m_figures[newSlot] = Figure{changed, caliPoint};
     return newSlot;
@@ -217,6 +240,16 @@ QJsonObject SceneDocument::entry(int slot) const
     QJsonObject out = render::refreshedEntry(found->second.entry, m_view.object(slot));
     if (*found->second.caliPoint != 0) {
         out[QStringLiteral("selectedCaliPoint")] = static_cast<int>(*found->second.caliPoint);
+    }
+    return out;
+}
+
+QJsonObject SceneDocument::savedEntry(int slot) const
+{
+    QJsonObject out = entry(slot);
+    const auto found = m_figures.find(slot);
+    if (found != m_figures.end()) {
+        keepDesignedLooks(out, found->second.entry);
     }
     return out;
 }

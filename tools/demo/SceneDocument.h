@@ -33,8 +33,11 @@ public:
     /// Replaces the scene with the file at `path`. On a refusal the scene stays as it
     /// was and `error` says why, as tavrin-render would ("figures[2].vertices: ...").
     bool load(const QString& path, QString& error);
-    /// Writes the scene, with every figure as it is now, to `path` (the picture path is
-    /// made relative to the file's folder).
+    /// A new scene: no figures and no file, the picture and the scene size kept.
+    void clear();
+    /// Writes the scene, every figure's vertices and options as they are now and its
+    /// look as the file gave it, to `path` (the picture path is made relative to the
+    /// file's folder).
     bool save(const QString& path, QString& error) const;
     /// The scene as JSON text, picture paths relative to `folder`.
     QByteArray toJson(const QString& folder) const;
@@ -55,8 +58,11 @@ public:
 
     /// The figure's kind ("" for an unknown slot).
     QString kind(int slot) const;
-    /// The figure's entry as it would be saved now.
+    /// The figure's entry as it is now, its session look (selection, hover) included.
     QJsonObject entry(int slot) const;
+    /// The entry as it is saved: as entry(), with the look and active vertex the file
+    /// gave the figure rather than the session's.
+    QJsonObject savedEntry(int slot) const;
 
     QSize sceneSize() const { return m_sceneSize; }
     /// The picture at the scene's size, or null over a plain colour.

@@ -13,12 +13,14 @@ class MainWindow;
 class SceneDocument;
 
 struct SelfTestFiles {
-    /// The scene to edit. Its first figure must be a polygon region of at least three
-    /// vertices with no other figure over its first vertex or its centre.
+    /// The scene to edit: any scene file. Every figure is grabbed by a vertex and whole,
+    /// where a press can reach it past the figures over it (the others are reported as
+    /// skipped), and read back; a figure is placed, relabelled and deleted; the scene is
+    /// saved and opened again.
     QString scene;
     /// Where to write the view's framebuffer after the edits (PNG); optional.
     QString grab;
-    /// Where to save the edited scene; optional.
+    /// Where to save the edited scene; a temporary file when empty.
     QString save;
 };
 

@@ -94,8 +94,11 @@ int screenshot(Tavrin::demo::MainWindow& window, const Arguments& args)
     }
     Tavrin::demo::DemoView* view = window.view();
     if (args.press) {
-        const QPoint at(static_cast<int>(std::lround(args.press->x() * view->width())),
-                        static_cast<int>(std::lround(args.press->y() * view->height())));
+        const int pictureWidth = view->width() - 2 * Tavrin::demo::DemoView::kMargin;
+        const int pictureHeight = view->height() - 2 * Tavrin::demo::DemoView::kMargin;
+        const QPoint at = view->pictureOrigin() +
+                          QPoint(static_cast<int>(std::lround(args.press->x() * pictureWidth)),
+                                 static_cast<int>(std::lround(args.press->y() * pictureHeight)));
         QTest::mouseClick(view, Qt::LeftButton, Qt::NoModifier, at);
     }
     view->update();
