@@ -192,7 +192,7 @@ def block(args):
         plain = lib.get(f"BM_Tessellate/{n}/0")
         fringed = lib.get(f"BM_Tessellate/{n}/1")
         p = find(lib, "BM_PaintDrawList", n)
-        d = draw.get(n)
+        d = draw.get(n) or find(lib, "BM_LibraryDraw", n)
         lines.append(f"| {n} | {us(cpu(d))} | {us(cpu(c))} | {fmt_ratio(ratio(cpu(c), cpu(d)))} | "
                      f"{vertices(c)} | {us(cpu(plain))} | {us(cpu(fringed))} | {us(cpu(p))} |")
     lines.append("")

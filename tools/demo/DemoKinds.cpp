@@ -15,17 +15,6 @@ namespace {
 using render::pointsValue;
 using render::pointValue;
 
-const QStringList kNoChoices;
-
-Option flag(const char* key) { return Option{key, OptionType::Bool, kNoChoices}; }
-Option choice(const char* key, QStringList names) { return Option{key, OptionType::Choice, std::move(names)}; }
-Option integer(const char* key, int min, int max) { return Option{key, OptionType::Integer, kNoChoices, min, max}; }
-Option text(const char* key, int max) { return Option{key, OptionType::Text, kNoChoices, 0, max}; }
-Option colour(const char* key) { return Option{key, OptionType::Colour, kNoChoices}; }
-Option point(const char* key) { return Option{key, OptionType::Point, kNoChoices}; }
-Option pointPair(const char* key) { return Option{key, OptionType::PointPair, kNoChoices}; }
-Option numbers(const char* key, int max) { return Option{key, OptionType::Numbers, kNoChoices, 0, max}; }
-
 tagTAVRIN_POINT midpoint(const tagTAVRIN_POINT& a, const tagTAVRIN_POINT& b)
 {
     return tagTAVRIN_POINT{(a.x + b.x) / 2.0f, (a.y + b.y) / 2.0f};
@@ -90,36 +79,36 @@ bool parsePoint(const QString& text, QJsonArray& point)
 
 }  // namespace
 
+QStringList choiceNames(const Option& option)
+{
+    QStringList names;
+    for (const render::Choice& c : option.choices) {
+        names << QLatin1String(c.name);
+    }
+    return names;
+}
+
 const std::vector<Kind>& kinds()
 {
-    static const std::vector<Kind> all = {
-        {"ShieldRegion", 3, 10, {flag("closed")}},
-        {"ReferenceRegion", 3, 10, {flag("closed")}},
-        {"EnterRegion", 3, 10, {flag("closed")}},
-        {"ITCPlateRegion", 3, 20, {flag("closed")}},
-        {"VcaRule",
-         2,
-         10,
-         {choice("ruleType", {"region", "line", "brokenLine"}),
-          choice("arrowDirection", {"both", "positive", "negative", "none"}), choice("lineType", {"plain", "arrow"}),
-          flag("traversePlane"), flag("closed"), colour("normalColor"), colour("selectedColor")}},
-        {"ITCLine", 2, 2, {choice("lineType", {"default", "green"})}},
-        {"Lane", 3, 10, {pointPair("arrow")}},
-        {"PdcRule",
-         2,
-         10,
-         {flag("lineMode"), pointPair("arrow"), flag("closed"), flag("lineCali"), flag("shoulderLine"),
-          pointPair("caliPoints"), integer("selectedCaliPoint", 0, 2), numbers("targetWidths", 16),
-          point("singlePoint"), text("text", 127)}},
-        {"SizeFilter", 2, 2, {choice("filterType", {"rect", "square"}), integer("colorScheme", 0, 2)}},
-        {"AtmCali", 2, 2, {pointPair("linePoints"), integer("lineSelected", 0, 2)}},
-        {"BehaviorCali", 2, 2, {choice("caliType", {"line", "vertical"})}},
-        {"BehaviorCheck", 2, 2, {choice("caliType", {"line", "vertical"})}},
-        {"ItsCali", 3, 10, {text("widthText", 16), text("heightText", 16), flag("closed")}},
-        {"PupilDistance", 2, 2, {}},
-        {"BinoCali", 1, 1, {integer("radius", 1, 4096)}},
-        {"LfCali", 1, 1, {}},
+    // Clicks that place each kind; everything else comes from the scene schema.
+    static const struct {
+        const char* name;
+        unsigned int minClicks;
+        unsigned int maxClicks;
+    } kClicks[] = {
+        {"ShieldRegion", 3, 10}, {"ReferenceRegion", 3, 10}, {"EnterRegion", 3, 10}, {"ITCPlateRegion", 3, 20},
+        {"VcaRule", 2, 10},      {"ITCLine", 2, 2},          {"Lane", 3, 10},        {"PdcRule", 2, 10},
+        {"SizeFilter", 2, 2},    {"AtmCali", 2, 2},          {"BehaviorCali", 2, 2}, {"BehaviorCheck", 2, 2},
+        {"ItsCali", 3, 10},      {"PupilDistance", 2, 2},    {"BinoCali", 1, 1},     {"LfCali", 1, 1},
     };
+    static const std::vector<Kind> all = [] {
+        std::vector<Kind> list;
+        for (const auto& c : kClicks) {
+            const render::KindSpec* spec = render::findKindSpec(QLatin1String(c.name));
+            list.push_back(Kind{c.name, c.minClicks, c.maxClicks, spec != nullptr ? spec->fields : std::vector<Option>{}});
+        }
+        return list;
+    }();
     return all;
 }
 

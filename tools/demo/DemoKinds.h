@@ -2,8 +2,10 @@
 #define TAVRIN_TOOLS_DEMO_DEMOKINDS_H
 
 // What the demo knows about each of the sixteen analytics classes beyond the scene
-// reader: the options its property panel offers (the scene format's fields), how many
-// clicks place a new figure and how the clicks become the figure's entry.
+// schema: how many clicks place a new figure and how the clicks become the figure's entry.
+// The options its property panel offers are the schema's fields.
+
+#include "SceneSchema.h"
 
 #include <Tavrin/TavrinTypes.h>
 
@@ -16,19 +18,11 @@
 namespace Tavrin {
 namespace demo {
 
-enum class OptionType { Bool, Choice, Integer, Text, Colour, Point, PointPair, Numbers };
-
-/// One option of a kind, named as in the scene format. An option absent from a
-/// figure's entry keeps the class's own initial value.
-struct Option {
-    const char* key;
-    OptionType type;
-    /// Choice: the accepted names, in value order from 0.
-    QStringList choices;
-    /// Integer: the range; Text: the longest text; Numbers: how many at most.
-    int min = 0;
-    int max = 0;
-};
+/// An option is a field of the scene schema (tools/render/SceneSchema.h): the panel
+/// offers exactly the fields the reader reads, with their choices and ranges. An option
+/// absent from a figure's entry keeps the class's own initial value.
+using OptionType = render::FieldType;
+using Option = render::FieldSpec;
 
 struct Kind {
     const char* name;
@@ -36,8 +30,12 @@ struct Kind {
     /// `maxClicks`.
     unsigned int minClicks;
     unsigned int maxClicks;
+    /// The kind's fields, from the scene schema.
     std::vector<Option> options;
 };
+
+/// The names a choice accepts, in value order.
+QStringList choiceNames(const Option& option);
 
 /// The sixteen kinds in palette order.
 const std::vector<Kind>& kinds();

@@ -1,6 +1,7 @@
 #include "DemoView.h"
 
 #include "DemoKinds.h"
+#include "SceneRenderer.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -105,23 +106,14 @@ void DemoView::syncViewSize()
 
 void DemoView::drawPicture()
 {
-    const QImage& picture = m_document.picture();
     const HostView& view = m_document.view();
-    if (picture.isNull() || view.width() <= 0 || view.height() <= 0) {
-        return;
+    const QSize size(view.width(), view.height());
+    if (m_scaledPicture.size() != size) {
+        m_scaledPicture = render::pictureForGl(m_document.picture(), size);
     }
-    if (m_scaledPicture.size() != QSize(view.width(), view.height())) {
-        // Bottom row first, as glDrawPixels reads it.
-        m_scaledPicture = picture.scaled(view.width(), view.height(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
-                              .convertToFormat(QImage::Format_RGBA8888)
-                              .mirrored(false, true);
+    if (!m_scaledPicture.isNull()) {
+        render::drawPictureGl(m_scaledPicture);
     }
-    glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
-    glPixelStorei(GL_UNPACK_ROW_LENGTH, m_scaledPicture.bytesPerLine() / 4);
-    glRasterPos2f(-1.0f, -1.0f);
-    glDrawPixels(m_scaledPicture.width(), m_scaledPicture.height(), GL_RGBA, GL_UNSIGNED_BYTE,
-                 m_scaledPicture.constBits());
-    glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
 }
 
 void DemoView::drawPlacing()

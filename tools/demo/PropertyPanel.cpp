@@ -26,14 +26,14 @@ int choiceIndex(const Option& option, const QJsonValue& value)
     if (value.isUndefined()) {
         return 0;
     }
-    if (option.type == OptionType::Bool) {
+    if (option.type == OptionType::Flag) {
         return value.toBool() ? 2 : 1;
     }
     if (value.isDouble()) {
         const int number = value.toInt(-1);
-        return number >= 0 && number < option.choices.size() ? number + 1 : 0;
+        return number >= 0 && number < static_cast<int>(option.choices.size()) ? number + 1 : 0;
     }
-    return option.choices.indexOf(value.toString()) + 1;
+    return choiceNames(option).indexOf(value.toString()) + 1;
 }
 
 QString valueText(const Option& option, const QJsonValue& value)
@@ -153,15 +153,15 @@ void PropertyPanel::addEditor(const Option& option, const QJsonObject& entry)
     const QString key = QLatin1String(option.key);
     const QJsonValue value = entry.value(key);
     switch (option.type) {
-    case OptionType::Bool:
+    case OptionType::Flag:
     case OptionType::Choice: {
         auto* box = new QComboBox(m_form);
         box->setObjectName(key);
         box->addItem(kClassDefault);
-        box->addItems(option.type == OptionType::Bool ? QStringList{QStringLiteral("false"), QStringLiteral("true")}
-                                                      : option.choices);
+        box->addItems(option.type == OptionType::Flag ? QStringList{QStringLiteral("false"), QStringLiteral("true")}
+                                                      : choiceNames(option));
         box->setCurrentIndex(choiceIndex(option, value));
-        const bool isFlag = option.type == OptionType::Bool;
+        const bool isFlag = option.type == OptionType::Flag;
         connect(box, QOverload<int>::of(&QComboBox::activated), this, [this, key, box, isFlag](int index) {
             if (index <= 0) {
                 apply(key, QJsonValue(QJsonValue::Undefined));

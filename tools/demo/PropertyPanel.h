@@ -5,6 +5,7 @@
 // scene format's fields), and a live table of its vertices in normalised picture
 // coordinates, as the host reads them back to send to the camera.
 
+#include "DemoKinds.h"
 #include "SceneDocument.h"
 
 #include <QWidget>
@@ -16,7 +17,7 @@ class QTableWidget;
 namespace Tavrin {
 namespace demo {
 
-struct Option;
+
 
 class PropertyPanel : public QWidget {
     Q_OBJECT

@@ -1,5 +1,7 @@
 #include "FigureKinds.h"
 
+#include "SceneSchema.h"
+
 #include <Tavrin/AtmCali.h>
 #include <Tavrin/BehaviorCali.h>
 #include <Tavrin/BehaviorCheck.h>
@@ -25,29 +27,71 @@ namespace render {
 
 namespace {
 
-// The spellings of the enumerations, by name or by value.
-const std::vector<Choice> kArrowDirections = {{"both", 0}, {"positive", 1}, {"negative", 2}, {"none", 3}};
-const std::vector<Choice> kRuleTypes = {{"region", 0}, {"line", 1}, {"brokenLine", 2}};
-const std::vector<Choice> kLineTypes = {{"plain", 0}, {"arrow", 1}};
-const std::vector<Choice> kItcLineTypes = {{"default", 0}, {"green", 1}};
-const std::vector<Choice> kFilterTypes = {{"rect", 0}, {"square", 1}};
-const std::vector<Choice> kCaliTypes = {{"line", 0}, {"vertical", 1}};
-
-constexpr int kMaxText = 16;
-constexpr int kMaxPdcText = 127;
-constexpr int kMaxRadius = 4096;
-
 using Vertices = std::vector<tagTAVRIN_POINT>;
+
+// ---- Fields, read by the rules the schema gives them. ---------------------------------
+
+/// The schema of the kind being built.
+const KindSpec& kindOf(const FigureBuilder& b)
+{
+    static const KindSpec none{"", KindGroup::Region, {}, {}};
+    const KindSpec* spec = findKindSpec(b.kind());
+    return spec != nullptr ? *spec : none;
+}
+
+const FieldSpec& fieldOf(const FigureBuilder& b, const char* key) { return kindOf(b).field(key); }
+
+std::optional<bool> flag(FigureBuilder& b, const char* key) { return b.fields().flag(fieldOf(b, key).key); }
+
+std::optional<int> choice(FigureBuilder& b, const char* key)
+{
+    const FieldSpec& f = fieldOf(b, key);
+    return b.fields().choice(f.key, f.choices);
+}
+
+std::optional<int> integer(FigureBuilder& b, const char* key)
+{
+    const FieldSpec& f = fieldOf(b, key);
+    return b.fields().integer(f.key, f.min, f.max);
+}
+
+std::optional<QByteArray> text(FigureBuilder& b, const char* key)
+{
+    const FieldSpec& f = fieldOf(b, key);
+    return b.fields().text(f.key, f.max);
+}
+
+std::optional<unsigned int> colour(FigureBuilder& b, const char* key) { return b.fields().colour(fieldOf(b, key).key); }
+
+std::optional<tagTAVRIN_POINT> point(FigureBuilder& b, const char* key) { return b.fields().point(fieldOf(b, key).key); }
+
+std::optional<std::vector<float>> numbers(FigureBuilder& b, const char* key)
+{
+    const FieldSpec& f = fieldOf(b, key);
+    return b.fields().numbers(f.key, f.max, 0.0, 1.0);
+}
 
 /// Two points [[x, y], [x, y]] (an arrow, a line, a calibration segment), if present.
 std::optional<std::pair<tagTAVRIN_POINT, tagTAVRIN_POINT>> pointPair(FigureBuilder& b, const char* key)
 {
+    const char* k = fieldOf(b, key).key;
     const std::optional<Vertices> read =
-        b.fields().points(key, 2, 2, QStringLiteral("%1 takes 2 points").arg(QLatin1String(key)));
+        b.fields().points(k, 2, 2, QStringLiteral("%1 takes 2 points").arg(QLatin1String(k)));
     if (!read) {
         return std::nullopt;
     }
     return std::make_pair((*read)[0], (*read)[1]);
+}
+
+/// The vertices in the kind's mode `mode` (an index into its vertex counts).
+Vertices vertices(FigureBuilder& b, std::size_t mode = 0)
+{
+    const std::vector<VertexSpec>& counts = kindOf(b).vertices;
+    if (mode >= counts.size()) {
+        return b.vertices(0, 0);
+    }
+    const VertexSpec& v = counts[mode];
+    return b.vertices(v.min, v.max, QLatin1String(v.mode));
 }
 
 unsigned int countOf(const Vertices& v)
@@ -58,10 +102,10 @@ unsigned int countOf(const Vertices& v)
 // ---- Regions: a polygon with a label beside its first vertex. -----------------------
 
 template <class Region>
-void setupRegion(FigureBuilder& b, int maxVertices)
+void setupRegion(FigureBuilder& b)
 {
-    Vertices v = b.vertices(3, maxVertices);
-    const std::optional<bool> closed = b.fields().flag("closed");
+    Vertices v = vertices(b);
+    const std::optional<bool> closed = flag(b, "closed");
     Region* region = b.adopt(Region::NewInstance());
     b.require(region->SetPoints(v.data(), countOf(v)), "vertices");
     if (closed) {
@@ -71,40 +115,37 @@ void setupRegion(FigureBuilder& b, int maxVertices)
 
 void setupShieldRegion(FigureBuilder& b)
 {
-    setupRegion<ShieldRegion>(b, 10);
+    setupRegion<ShieldRegion>(b);
 }
 
 void setupReferenceRegion(FigureBuilder& b)
 {
-    setupRegion<ReferenceRegion>(b, 10);
+    setupRegion<ReferenceRegion>(b);
 }
 
 void setupEnterRegion(FigureBuilder& b)
 {
-    setupRegion<EnterRegion>(b, 10);
+    setupRegion<EnterRegion>(b);
 }
 
 void setupITCPlateRegion(FigureBuilder& b)
 {
-    setupRegion<ITCPlateRegion>(b, 20);
+    setupRegion<ITCPlateRegion>(b);
 }
 
 // ---- Rules. ---------------------------------------------------------------------------
 
 void setupVcaRule(FigureBuilder& b)
 {
-    FieldReader& in = b.fields();
-    const std::optional<int> ruleType = in.choice("ruleType", kRuleTypes);
-    const int figure = ruleType.value_or(TAVRIN_RULE_REGION);
-    Vertices v = figure == TAVRIN_RULE_LINE         ? b.vertices(2, 2, QStringLiteral("of rule type line"))
-                 : figure == TAVRIN_RULE_BROKEN_LINE ? b.vertices(2, 10, QStringLiteral("of rule type brokenLine"))
-                                                     : b.vertices(3, 10, QStringLiteral("of rule type region"));
-    const std::optional<int> arrowDirection = in.choice("arrowDirection", kArrowDirections);
-    const std::optional<int> lineType = in.choice("lineType", kLineTypes);
-    const std::optional<bool> traversePlane = in.flag("traversePlane");
-    const std::optional<bool> closed = in.flag("closed");
-    const std::optional<unsigned int> normal = in.colour("normalColor");
-    const std::optional<unsigned int> selected = in.colour("selectedColor");
+    const std::optional<int> ruleType = choice(b, "ruleType");
+    // The vertex counts are listed in rule-type order.
+    Vertices v = vertices(b, static_cast<std::size_t>(ruleType.value_or(TAVRIN_RULE_REGION)));
+    const std::optional<int> arrowDirection = choice(b, "arrowDirection");
+    const std::optional<int> lineType = choice(b, "lineType");
+    const std::optional<bool> traversePlane = flag(b, "traversePlane");
+    const std::optional<bool> closed = flag(b, "closed");
+    const std::optional<unsigned int> normal = colour(b, "normalColor");
+    const std::optional<unsigned int> selected = colour(b, "selectedColor");
 
     VcaRule* rule = b.adopt(VcaRule::NewInstance());
     // The type first: SetPoints fills the primitive of the current type.
@@ -131,8 +172,8 @@ void setupVcaRule(FigureBuilder& b)
 
 void setupITCLine(FigureBuilder& b)
 {
-    Vertices v = b.vertices(2, 2);
-    const std::optional<int> lineType = b.fields().choice("lineType", kItcLineTypes);
+    Vertices v = vertices(b);
+    const std::optional<int> lineType = choice(b, "lineType");
     ITCLine* line = b.adopt(ITCLine::NewInstance());
     b.require(line->SetPoints(v.data(), countOf(v)), "vertices");
     if (lineType) {
@@ -142,7 +183,7 @@ void setupITCLine(FigureBuilder& b)
 
 void setupLane(FigureBuilder& b)
 {
-    Vertices v = b.vertices(3, 10);
+    Vertices v = vertices(b);
     std::optional<std::pair<tagTAVRIN_POINT, tagTAVRIN_POINT>> arrow = pointPair(b, "arrow");
     Lane* lane = b.adopt(Lane::NewInstance());
     b.require(lane->SetPoints(v.data(), countOf(v)), "vertices");
@@ -155,41 +196,39 @@ void setupLane(FigureBuilder& b)
 /// the single point and its text.
 void applyPdcCalibration(FigureBuilder& b, PdcRule* rule)
 {
-    FieldReader& in = b.fields();
-    if (const std::optional<bool> on = in.flag("lineCali")) {
+    if (const std::optional<bool> on = flag(b, "lineCali")) {
         rule->SetVcaPDCLineCali(*on);
     }
-    if (const std::optional<bool> on = in.flag("shoulderLine")) {
+    if (const std::optional<bool> on = flag(b, "shoulderLine")) {
         rule->SetVcaPDCCaliShoulderLine(*on);
     }
     if (std::optional<std::pair<tagTAVRIN_POINT, tagTAVRIN_POINT>> cali = pointPair(b, "caliPoints")) {
         tagTAVRIN_POINT two[2] = {cali->first, cali->second};
         b.require(rule->SetPDCCaliPoint(two, 2), "caliPoints");
     }
-    if (const std::optional<int> index = in.integer("selectedCaliPoint", 0, 2)) {
+    if (const std::optional<int> index = integer(b, "selectedCaliPoint")) {
         rule->SetSelCaliPointIndex(static_cast<unsigned int>(*index));
     }
-    if (const std::optional<std::vector<float>> widths = in.numbers("targetWidths", 16, 0.0, 1.0)) {
+    if (const std::optional<std::vector<float>> widths = numbers(b, "targetWidths")) {
         std::array<float, 16> values{};
         std::copy(widths->begin(), widths->end(), values.begin());
         b.require(rule->SetTargetWidthLine(values.data()), "targetWidths");
     }
-    if (std::optional<tagTAVRIN_POINT> single = in.point("singlePoint")) {
+    if (std::optional<tagTAVRIN_POINT> single = point(b, "singlePoint")) {
         b.require(rule->SetSinglePoints(&*single, 1), "singlePoint");
     }
-    if (std::optional<QByteArray> text = in.text("text", kMaxPdcText)) {
-        b.require(rule->SetText(text->data()), "text");
+    if (std::optional<QByteArray> words = text(b, "text")) {
+        b.require(rule->SetText(words->data()), "text");
     }
 }
 
 void setupPdcRule(FigureBuilder& b)
 {
-    FieldReader& in = b.fields();
-    const std::optional<bool> lineMode = in.flag("lineMode");
-    Vertices v = lineMode.value_or(false) ? b.vertices(2, 2, QStringLiteral("in line mode"))
-                                          : b.vertices(3, 10, QStringLiteral("in area mode"));
+    const std::optional<bool> lineMode = flag(b, "lineMode");
+    // Area mode first, then line mode.
+    Vertices v = vertices(b, lineMode.value_or(false) ? 1 : 0);
     std::optional<std::pair<tagTAVRIN_POINT, tagTAVRIN_POINT>> arrow = pointPair(b, "arrow");
-    const std::optional<bool> closed = in.flag("closed");
+    const std::optional<bool> closed = flag(b, "closed");
 
     PdcRule* rule = b.adopt(PdcRule::NewInstance());
     // The mode first: it chooses the primitive that takes the vertices and the arrow.
@@ -208,14 +247,17 @@ void setupPdcRule(FigureBuilder& b)
 
 void setupSizeFilter(FigureBuilder& b)
 {
-    FieldReader& in = b.fields();
-    const QString phrase = QStringLiteral("2 vertices (a diagonal) or 4 (the corners)");
-    Vertices v = b.vertices(2, 4, QString(), phrase);
-    if (v.size() == 3) {
-        in.fail("vertices", QStringLiteral("SizeFilter takes %1, got 3").arg(phrase));
+    // Either count of the schema's two, nothing between them.
+    const std::vector<VertexSpec>& counts = kindOf(b).vertices;
+    const QString phrase = QStringLiteral("%1 vertices (a diagonal) or %2 (the corners)")
+                               .arg(counts.front().min)
+                               .arg(counts.back().max);
+    Vertices v = b.vertices(counts.front().min, counts.back().max, QString(), phrase);
+    if (v.size() != static_cast<std::size_t>(counts.front().min) && v.size() != static_cast<std::size_t>(counts.back().max)) {
+        b.fields().fail("vertices", QStringLiteral("SizeFilter takes %1, got %2").arg(phrase).arg(v.size()));
     }
-    const std::optional<int> filterType = in.choice("filterType", kFilterTypes);
-    const std::optional<int> scheme = in.integer("colorScheme", 0, 2);
+    const std::optional<int> filterType = choice(b, "filterType");
+    const std::optional<int> scheme = integer(b, "colorScheme");
 
     SizeFilter* filter = b.adopt(SizeFilter::NewInstance());
     if (filterType) {
@@ -223,7 +265,7 @@ void setupSizeFilter(FigureBuilder& b)
         // The view size goes to the active shape only: tell the new one.
         filter->SetWndSize(b.width(), b.height());
     }
-    if (v.size() == 2) {
+    if (v.size() == static_cast<std::size_t>(counts.front().min)) {
         b.require(filter->SetDiagonal(v[0], v[1]), "vertices");
     } else {
         b.require(filter->SetPoints(v.data(), countOf(v)), "vertices");
@@ -238,9 +280,9 @@ void setupSizeFilter(FigureBuilder& b)
 
 void setupAtmCali(FigureBuilder& b)
 {
-    Vertices v = b.vertices(4, 4);
+    Vertices v = vertices(b);
     std::optional<std::pair<tagTAVRIN_POINT, tagTAVRIN_POINT>> line = pointPair(b, "linePoints");
-    const std::optional<int> lineSelected = b.fields().integer("lineSelected", 0, 2);
+    const std::optional<int> lineSelected = integer(b, "lineSelected");
     AtmCali* cali = b.adopt(AtmCali::NewInstance());
     b.require(cali->SetPoints(v.data(), countOf(v)), "vertices");
     if (line) {
@@ -254,8 +296,8 @@ void setupAtmCali(FigureBuilder& b)
 template <class Behavior>
 void setupBehavior(FigureBuilder& b)
 {
-    Vertices v = b.vertices(2, 2);
-    const std::optional<int> caliType = b.fields().choice("caliType", kCaliTypes);
+    Vertices v = vertices(b);
+    const std::optional<int> caliType = choice(b, "caliType");
     Behavior* cali = b.adopt(Behavior::NewInstance());
     b.require(cali->SetPoints(v.data(), countOf(v)), "vertices");
     if (caliType) {
@@ -275,11 +317,10 @@ void setupBehaviorCheck(FigureBuilder& b)
 
 void setupItsCali(FigureBuilder& b)
 {
-    FieldReader& in = b.fields();
-    Vertices v = b.vertices(3, 10);
-    std::optional<QByteArray> widthText = in.text("widthText", kMaxText);
-    std::optional<QByteArray> heightText = in.text("heightText", kMaxText);
-    const std::optional<bool> closed = in.flag("closed");
+    Vertices v = vertices(b);
+    std::optional<QByteArray> widthText = text(b, "widthText");
+    std::optional<QByteArray> heightText = text(b, "heightText");
+    const std::optional<bool> closed = flag(b, "closed");
     ItsCali* cali = b.adopt(ItsCali::NewInstance());
     b.require(cali->SetPoints(v.data(), countOf(v)), "vertices");
     // An empty text is the class's own initial state; the setters refuse a length of 0.
@@ -298,15 +339,15 @@ void setupItsCali(FigureBuilder& b)
 
 void setupPupilDistance(FigureBuilder& b)
 {
-    Vertices v = b.vertices(2, 2);
+    Vertices v = vertices(b);
     PupilDistance* pupils = b.adopt(PupilDistance::NewInstance());
     b.require(pupils->SetPoints(v.data(), countOf(v)), "vertices");
 }
 
 void setupBinoCali(FigureBuilder& b)
 {
-    Vertices v = b.vertices(1, 1);
-    const std::optional<int> radius = b.fields().integer("radius", 1, kMaxRadius);
+    Vertices v = vertices(b);
+    const std::optional<int> radius = integer(b, "radius");
     BinoCali* cali = b.adopt(BinoCali::NewInstance());
     b.require(cali->SetPoints(v.data(), countOf(v)), "vertices");
     if (radius) {
@@ -317,7 +358,7 @@ void setupBinoCali(FigureBuilder& b)
 
 void setupLfCali(FigureBuilder& b)
 {
-    Vertices v = b.vertices(1, 1);
+    Vertices v = vertices(b);
     LfCali* cali = b.adopt(LfCali::NewInstance());
     b.require(cali->SetPoints(v.data(), countOf(v)), "vertices");
 }

@@ -15,21 +15,6 @@ namespace {
 
 constexpr int kFrames = 2;
 
-/// Fills the view with `bottomUp` (RGBA8888, bottom row first, the view's size), with
-/// identity matrices so that the raster position (-1, -1) is the lower-left corner.
-void drawPicture(const QImage& bottomUp)
-{
-    glMatrixMode(GL_PROJECTION);
-    glLoadIdentity();
-    glMatrixMode(GL_MODELVIEW);
-    glLoadIdentity();
-    glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
-    glPixelStorei(GL_UNPACK_ROW_LENGTH, bottomUp.bytesPerLine() / 4);
-    glRasterPos2f(-1.0f, -1.0f);
-    glDrawPixels(bottomUp.width(), bottomUp.height(), GL_RGBA, GL_UNSIGNED_BYTE, bottomUp.constBits());
-    glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
-}
-
 QImage readBack(const offscreen::OffscreenGl& gl)
 {
     const std::vector<std::uint8_t> rgba = gl.readRgba();
@@ -49,17 +34,40 @@ QImage readBack(const offscreen::OffscreenGl& gl)
 
 }  // namespace
 
+QImage pictureForGl(const QImage& picture, const QSize& view)
+{
+    if (picture.isNull() || view.isEmpty()) {
+        return QImage();
+    }
+    const QImage sized = picture.size() == view ? picture
+                                                : picture.scaled(view, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    return sized.convertToFormat(QImage::Format_RGBA8888).mirrored(false, true);
+}
+
+void drawPictureGl(const QImage& bottomUp)
+{
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+    glMatrixMode(GL_MODELVIEW);
+    glLoadIdentity();
+    glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
+    glPixelStorei(GL_UNPACK_ROW_LENGTH, bottomUp.bytesPerLine() / 4);
+    glRasterPos2f(-1.0f, -1.0f);
+    glDrawPixels(bottomUp.width(), bottomUp.height(), GL_RGBA, GL_UNSIGNED_BYTE, bottomUp.constBits());
+    glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
+}
+
 QImage renderScene(const Scene& scene, offscreen::OffscreenGl& gl, bool text)
 {
     TextRendering::SetEnabled(text);
-    const QImage bottomUp = scene.picture.isNull() ? QImage() : scene.picture.mirrored(false, true);
+    const QImage bottomUp = pictureForGl(scene.picture, scene.size);
     const float r = ((scene.colour >> 16) & 0xff) / 255.0f;
     const float g = ((scene.colour >> 8) & 0xff) / 255.0f;
     const float b = (scene.colour & 0xff) / 255.0f;
     for (int frame = 0; frame < kFrames; ++frame) {
         gl.clear(r, g, b);
         if (!bottomUp.isNull()) {
-            drawPicture(bottomUp);
+            drawPictureGl(bottomUp);
         }
         for (VcaObject* figure : scene.figures) {
             figure->Draw(nullptr, scene.size.width(), scene.size.height(), true);

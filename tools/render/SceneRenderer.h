@@ -21,6 +21,15 @@ namespace render {
 /// "A"/"B" marks) on or off for the whole process.
 QImage renderScene(const Scene& scene, offscreen::OffscreenGl& gl, bool text = true);
 
+/// `picture` made ready for drawPictureGl in a view of `view` pixels: scaled to it (when
+/// it is not that size already), RGBA8888, bottom row first. Null for a null picture.
+QImage pictureForGl(const QImage& picture, const QSize& view);
+/// Fills the current GL viewport with `bottomUp` (from pictureForGl, the viewport's size)
+/// through glDrawPixels, with identity matrices so that the raster position (-1, -1) is
+/// the viewport's lower-left corner. The unpack state is left at GL's defaults but the
+/// alignment, which is left at 4.
+void drawPictureGl(const QImage& bottomUp);
+
 /// The same frames captured into a draw list instead of OpenGL: the figures' second frame
 /// (see renderScene). No OpenGL context is needed.
 DrawList captureScene(const Scene& scene, bool text = true);

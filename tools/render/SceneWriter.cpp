@@ -1,5 +1,7 @@
 #include "SceneWriter.h"
 
+#include "SceneSchema.h"
+
 #include <Tavrin/AtmCali.h>
 #include <Tavrin/BehaviorCali.h>
 #include <Tavrin/BinoCali.h>
@@ -219,11 +221,17 @@ QString valueText(const QJsonValue& value)
 }
 
 /// One figure: "comment" and "kind" first, then the fields every kind has, then the
-/// options in alphabetical order; one field a line.
+/// kind's options in the order the scene schema lists them (any other key last, in
+/// alphabetical order); one field a line.
 QString figureText(const QJsonObject& figure)
 {
-    static const QStringList first = {QStringLiteral("comment"), QStringLiteral("kind"), QStringLiteral("vertices"),
-                                      QStringLiteral("label"),   QStringLiteral("status"), QStringLiteral("selected")};
+    QStringList first = {QStringLiteral("comment"), QStringLiteral("kind"), QStringLiteral("vertices"),
+                         QStringLiteral("label"),   QStringLiteral("status"), QStringLiteral("selected")};
+    if (const KindSpec* kind = findKindSpec(figure.value(QStringLiteral("kind")).toString())) {
+        for (const FieldSpec& field : kind->fields) {
+            first << QLatin1String(field.key);
+        }
+    }
     QStringList keys;
     for (const QString& key : first) {
         if (figure.contains(key)) {
