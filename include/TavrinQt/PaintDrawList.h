@@ -3,15 +3,7 @@
 
 #include <Tavrin/DrawList.h>
 
-#if defined(_WIN32)
-#  if defined(TAVRIN_QT_BUILDING_LIBRARY)
-#    define TAVRIN_QT_API __declspec(dllexport)
-#  else
-#    define TAVRIN_QT_API __declspec(dllimport)
-#  endif
-#else
-#  define TAVRIN_QT_API __attribute__((visibility("default")))
-#endif
+#include <TavrinQt/TavrinQtExport.h>
 
 class QPainter;
 

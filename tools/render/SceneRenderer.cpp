@@ -2,7 +2,13 @@
 
 #include <Tavrin/TextRendering.h>
 #include <Tavrin/VcaObject.h>
+#include <TavrinQt/GlRenderer.h>
 #include <TavrinQt/PaintDrawList.h>
+
+#include <QOffscreenSurface>
+#include <QOpenGLContext>
+#include <QOpenGLFramebufferObject>
+#include <QOpenGLFunctions>
 
 #include <GL/gl.h>
 
@@ -107,6 +113,61 @@ QImage paintSceneImage(const Scene& scene, bool text)
     {
         QPainter painter(&image);
         paintScene(painter, scene, figures);
+    }
+    return image.convertToFormat(QImage::Format_RGB888);
+}
+
+QImage renderSceneModernGl(const Scene& scene, ModernGl flavour, bool text, QString& error)
+{
+    QSurfaceFormat format;
+    if (flavour == ModernGl::Es) {
+        format.setRenderableType(QSurfaceFormat::OpenGLES);
+        format.setVersion(3, 0);
+    } else {
+        format.setRenderableType(QSurfaceFormat::OpenGL);
+        format.setProfile(QSurfaceFormat::CoreProfile);
+        format.setVersion(3, 3);
+    }
+    QOffscreenSurface surface;
+    surface.setFormat(format);
+    surface.create();
+    QOpenGLContext context;
+    context.setFormat(format);
+    if (!context.create() || !context.makeCurrent(&surface)) {
+        error = QStringLiteral("no OpenGL %1 context").arg(flavour == ModernGl::Es ? QStringLiteral("ES 3.0")
+                                                                                   : QStringLiteral("3.3 core"));
+        return QImage();
+    }
+    QImage overlay;
+    {
+        QOpenGLFramebufferObject target(scene.size);
+        GlRenderer renderer;
+        if (!target.isValid() || !target.bind() || !renderer.Initialize()) {
+            error = QStringLiteral("no framebuffer or renderer in the %1 context")
+                        .arg(QString::fromLatin1(reinterpret_cast<const char*>(
+                            context.functions()->glGetString(GL_VERSION))));
+            context.doneCurrent();
+            return QImage();
+        }
+        QOpenGLFunctions* f = context.functions();
+        f->glViewport(0, 0, scene.size.width(), scene.size.height());
+        f->glClearColor(0.0f, 0.0f, 0.0f, 0.0f);
+        f->glClear(GL_COLOR_BUFFER_BIT);
+        renderer.Render(captureScene(scene, text), scene.size.width(), scene.size.height());
+        overlay = target.toImage();
+        renderer.Release();
+        target.release();
+    }
+    context.doneCurrent();
+    // The figures, premultiplied, over the background as the GPU would blend them there.
+    QImage image(scene.size, QImage::Format_RGB32);
+    {
+        QPainter painter(&image);
+        painter.fillRect(QRect(QPoint(0, 0), scene.size), QColor(static_cast<QRgb>(scene.colour)));
+        if (!scene.picture.isNull()) {
+            painter.drawImage(QPoint(0, 0), scene.picture);
+        }
+        painter.drawImage(QPoint(0, 0), overlay);
     }
     return image.convertToFormat(QImage::Format_RGB888);
 }

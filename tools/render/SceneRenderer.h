@@ -41,6 +41,17 @@ void paintScene(QPainter& painter, const Scene& scene, const DrawList& figures);
 /// paintScene into an opaque RGB picture, top row first, like renderScene's.
 QImage paintSceneImage(const Scene& scene, bool text = true);
 
+/// The OpenGL flavours GlRenderer draws in.
+enum class ModernGl { Core, Es };
+
+/// The scene's figures captured (captureScene) and drawn by GlRenderer in a Qt-made
+/// offscreen context of the given flavour (desktop core 3.3, or ES 3.0), into a
+/// transparent framebuffer object of the scene's size, then laid over the background
+/// and the picture: an opaque RGB picture like renderScene's. Needs a QGuiApplication
+/// whose platform makes OpenGL contexts (an X display); a null picture and `error` set
+/// when the context, the framebuffer or the renderer cannot be made.
+QImage renderSceneModernGl(const Scene& scene, ModernGl flavour, bool text, QString& error);
+
 }  // namespace render
 }  // namespace Tavrin
 

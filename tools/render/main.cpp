@@ -1,7 +1,7 @@
 // tavrin-render: draws a scene file headlessly and writes the picture as PNG or JPEG, or
 // through QPainter as PNG, JPEG, SVG or PDF.
 //
-//   tavrin-render SCENE.json -o OUT.png [--size WxH] [--no-text] [--renderer gl1|painter]
+//   tavrin-render SCENE.json -o OUT.png [--size WxH] [--no-text] [--renderer gl1|painter|core|gles]
 //   tavrin-render --help | --version
 //
 // A refused scene, or any other failure, prints one line on stderr naming the file and
@@ -16,6 +16,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QPageSize>
 #include <QPainter>
 #include <QPdfWriter>
@@ -34,7 +35,7 @@
 namespace {
 
 const char kUsage[] =
-    "usage: tavrin-render SCENE.json -o OUT.png [--size WxH] [--no-text] [--renderer gl1|painter]";
+    "usage: tavrin-render SCENE.json -o OUT.png [--size WxH] [--no-text] [--renderer gl1|painter|core|gles]";
 const char kHelp[] =
     "Draws a Tavrin scene file (docs/scene-format.md) into a picture, headlessly.\n"
     "\n"
@@ -43,7 +44,9 @@ const char kHelp[] =
     "  --no-text      leave labels and side marks without glyphs\n"
     "  --renderer R   gl1: the figures' OpenGL drawing in an offscreen context (default for\n"
     "                 .png and .jpg); painter: their draw list painted with QPainter, no\n"
-    "                 OpenGL needed (default for .svg and .pdf)\n"
+    "                 OpenGL needed (default for .svg and .pdf); core, gles: the draw list\n"
+    "                 drawn by GlRenderer in an OpenGL 3.3 core or ES 3.0 context that Qt\n"
+    "                 makes (needs a display: run under xvfb-run on a server)\n"
     "  --version      print the version and exit\n"
     "\n"
     "Output format: by the extension of OUT: .png, .jpg or .jpeg (either renderer), .svg or\n"
@@ -51,7 +54,7 @@ const char kHelp[] =
     "Exit status: 0 drawn; 1 the scene or a file was refused (one line on stderr naming the\n"
     "file and the field); 2 the command line was refused.";
 
-enum class Renderer { Gl1, Painter };
+enum class Renderer { Gl1, Painter, Core, Gles };
 
 struct Arguments {
     QString scene;
@@ -150,15 +153,20 @@ Arguments parseArguments(const QStringList& args)
             parsed.text = false;
         } else if (arg == QLatin1String("--renderer")) {
             if (!hasValue) {
-                throw UsageError{QStringLiteral("--renderer needs gl1 or painter")};
+                throw UsageError{QStringLiteral("--renderer needs gl1, painter, core or gles")};
             }
             const QString name = args[++i];
             if (name == QLatin1String("gl1")) {
                 parsed.renderer = Renderer::Gl1;
             } else if (name == QLatin1String("painter")) {
                 parsed.renderer = Renderer::Painter;
+            } else if (name == QLatin1String("core")) {
+                parsed.renderer = Renderer::Core;
+            } else if (name == QLatin1String("gles")) {
+                parsed.renderer = Renderer::Gles;
             } else {
-                throw UsageError{QStringLiteral("--renderer: expected gl1 or painter, got \"%1\"").arg(name.left(40))};
+                throw UsageError{
+                    QStringLiteral("--renderer: expected gl1, painter, core or gles, got \"%1\"").arg(name.left(40))};
             }
         } else if (arg.startsWith(QLatin1Char('-')) && arg.size() > 1) {
             throw UsageError{QStringLiteral("unknown option \"%1\"").arg(arg.left(40))};
@@ -180,8 +188,8 @@ Arguments parseArguments(const QStringList& args)
             QStringLiteral("-o %1: the output format follows the extension: .png, .jpg, .jpeg, .svg or .pdf")
                 .arg(parsed.output.left(80))};
     }
-    if (isVectorFormat(format) && parsed.renderer == Renderer::Gl1) {
-        throw UsageError{QStringLiteral("-o %1: %2 is written by --renderer painter, not gl1")
+    if (isVectorFormat(format) && parsed.renderer && *parsed.renderer != Renderer::Painter) {
+        throw UsageError{QStringLiteral("-o %1: %2 is written by --renderer painter only")
                              .arg(parsed.output.left(80), QLatin1String(format))};
     }
     if (!parsed.renderer) {
@@ -266,6 +274,35 @@ bool sameFile(const QString& scene, const QString& output)
            ::stat(QFile::encodeName(output).constData(), &b) == 0 && a.st_dev == b.st_dev && a.st_ino == b.st_ino;
 }
 
+/// Qt makes OpenGL contexts through its platform plugin, which needs a display here.
+bool hasDisplay()
+{
+    return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+}
+
+/// The picture from GlRenderer into `image`; 0, or 1 after the one-line report.
+int renderModern(const Tavrin::render::Scene& scene, const Arguments& args, QImage& image)
+{
+    if (!hasDisplay()) {
+        printLine(QStringLiteral("%1: --renderer core and gles need a display for Qt's OpenGL (run under xvfb-run)")
+                      .arg(args.scene));
+        return 1;
+    }
+    static int argc = 1;
+    static char name[] = "tavrin-render";
+    static char* argv[] = {name, nullptr};
+    QGuiApplication app(argc, argv);
+    QString error;
+    image = Tavrin::render::renderSceneModernGl(
+        scene, args.renderer == Renderer::Gles ? Tavrin::render::ModernGl::Es : Tavrin::render::ModernGl::Core,
+        args.text, error);
+    if (image.isNull()) {
+        printLine(QStringLiteral("%1: %2").arg(args.scene, error));
+        return 1;
+    }
+    return 0;
+}
+
 int run(const Arguments& args)
 {
     RegistryRelease release;
@@ -283,6 +320,15 @@ int run(const Arguments& args)
         }
         if (args.renderer == Renderer::Painter) {
             const QImage image = Tavrin::render::paintSceneImage(scene, args.text);
+            failing = args.output;
+            writePicture(image, args.output);
+            return 0;
+        }
+        if (args.renderer == Renderer::Core || args.renderer == Renderer::Gles) {
+            QImage image;
+            if (renderModern(scene, args, image) != 0) {
+                return 1;
+            }
             failing = args.output;
             writePicture(image, args.output);
             return 0;

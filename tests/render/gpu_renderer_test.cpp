@@ -1,0 +1,159 @@
+// GlRenderer in Qt-made OpenGL 3.3 core and ES 3.0 contexts (under a display; CTest runs
+// these under xvfb-run): every example scene against the OpenGL path's picture, and the
+// host's state found as it was left.
+
+#include "RenderTest.h"
+
+#include <Tavrin/Tavrin.h>
+#include <TavrinQt/GlRenderer.h>
+
+#include <QGuiApplication>
+#include <QOffscreenSurface>
+#include <QOpenGLContext>
+#include <QOpenGLExtraFunctions>
+#include <QOpenGLFramebufferObject>
+
+using Tavrin::render::ModernGl;
+
+namespace {
+
+QImage drawModern(const Tavrin::render::Scene& scene, bool text, ModernGl flavour)
+{
+    QString error;
+    const QImage image = Tavrin::render::renderSceneModernGl(scene, flavour, text, error);
+    EXPECT_FALSE(image.isNull()) << error.toStdString();
+    return image;
+}
+
+TEST(GlRenderer, EveryExampleSceneMatchesTheOpenGlPictureInCoreAndEs)
+{
+    for (const ModernGl flavour : {ModernGl::Core, ModernGl::Es}) {
+        SCOPED_TRACE(flavour == ModernGl::Es ? "ES 3.0" : "3.3 core");
+        expectEveryExampleMatchesGl(
+            [flavour](const Tavrin::render::Scene& scene, bool text) { return drawModern(scene, text, flavour); });
+    }
+}
+
+// A host's own GL state, set to values the renderer must not leave changed.
+struct HostGl {
+    GLuint program = 0;
+    GLuint vertexArray = 0;
+    GLuint buffer = 0;
+    GLuint texture = 0;
+    GLuint sampler = 0;
+
+    void bind(QOpenGLExtraFunctions& f)
+    {
+        const char* vs = "#version 330\nvoid main() { gl_Position = vec4(0.0); }\n";
+        const char* fs = "#version 330\nout vec4 c;\nvoid main() { c = vec4(1.0); }\n";
+        program = f.glCreateProgram();
+        for (const auto& [type, text] : {std::pair<GLenum, const char*>{GL_VERTEX_SHADER, vs}, {GL_FRAGMENT_SHADER, fs}}) {
+            const GLuint shader = f.glCreateShader(type);
+            const char* source = text;
+            f.glShaderSource(shader, 1, &source, nullptr);
+            f.glCompileShader(shader);
+            f.glAttachShader(program, shader);
+        }
+        f.glLinkProgram(program);
+        f.glUseProgram(program);
+        f.glGenVertexArrays(1, &vertexArray);
+        f.glBindVertexArray(vertexArray);
+        f.glGenBuffers(1, &buffer);
+        f.glBindBuffer(GL_ARRAY_BUFFER, buffer);
+        f.glGenTextures(1, &texture);
+        f.glActiveTexture(GL_TEXTURE0);
+        f.glBindTexture(GL_TEXTURE_2D, texture);
+        f.glGenSamplers(1, &sampler);
+        f.glBindSampler(0, sampler);
+        f.glActiveTexture(GL_TEXTURE3);
+        f.glEnable(GL_BLEND);
+        f.glBlendFuncSeparate(GL_SRC_COLOR, GL_DST_COLOR, GL_ZERO, GL_ONE);
+        f.glBlendEquationSeparate(GL_FUNC_SUBTRACT, GL_MAX);
+        f.glEnable(GL_DEPTH_TEST);
+        f.glEnable(GL_CULL_FACE);
+        f.glViewport(3, 4, 50, 60);
+    }
+
+    void expectIntact(QOpenGLExtraFunctions& f) const
+    {
+        auto get = [&f](GLenum name) {
+            GLint v = 0;
+            f.glGetIntegerv(name, &v);
+            return v;
+        };
+        EXPECT_EQ(get(GL_CURRENT_PROGRAM), static_cast<GLint>(program));
+        EXPECT_EQ(get(GL_VERTEX_ARRAY_BINDING), static_cast<GLint>(vertexArray));
+        EXPECT_EQ(get(GL_ARRAY_BUFFER_BINDING), static_cast<GLint>(buffer));
+        EXPECT_EQ(get(GL_ACTIVE_TEXTURE), GL_TEXTURE3);
+        f.glActiveTexture(GL_TEXTURE0);
+        EXPECT_EQ(get(GL_TEXTURE_BINDING_2D), static_cast<GLint>(texture));
+        EXPECT_EQ(get(GL_SAMPLER_BINDING), static_cast<GLint>(sampler));
+        f.glActiveTexture(GL_TEXTURE3);
+        EXPECT_TRUE(f.glIsEnabled(GL_BLEND));
+        EXPECT_TRUE(f.glIsEnabled(GL_DEPTH_TEST));
+        EXPECT_TRUE(f.glIsEnabled(GL_CULL_FACE));
+        EXPECT_EQ(get(GL_BLEND_SRC_RGB), GL_SRC_COLOR);
+        EXPECT_EQ(get(GL_BLEND_DST_RGB), GL_DST_COLOR);
+        EXPECT_EQ(get(GL_BLEND_SRC_ALPHA), GL_ZERO);
+        EXPECT_EQ(get(GL_BLEND_DST_ALPHA), GL_ONE);
+        EXPECT_EQ(get(GL_BLEND_EQUATION_RGB), GL_FUNC_SUBTRACT);
+        EXPECT_EQ(get(GL_BLEND_EQUATION_ALPHA), GL_MAX);
+        GLint viewport[4] = {};
+        f.glGetIntegerv(GL_VIEWPORT, viewport);
+        EXPECT_EQ(viewport[0], 3);
+        EXPECT_EQ(viewport[3], 60);
+        EXPECT_EQ(f.glGetError(), static_cast<GLenum>(GL_NO_ERROR));
+    }
+};
+
+TEST(GlRenderer, LeavesTheHostStateAsItFoundItAndDrawsInOneCall)
+{
+    QSurfaceFormat format;
+    format.setProfile(QSurfaceFormat::CoreProfile);
+    format.setVersion(3, 3);
+    QOffscreenSurface surface;
+    surface.setFormat(format);
+    surface.create();
+    QOpenGLContext context;
+    context.setFormat(format);
+    ASSERT_TRUE(context.create() && context.makeCurrent(&surface));
+    QOpenGLExtraFunctions& f = *context.extraFunctions();
+    QOpenGLFramebufferObject target(64, 64);
+    ASSERT_TRUE(target.bind());
+
+    Tavrin::GlRenderer renderer;
+    HostGl host;
+    host.bind(f);
+    ASSERT_TRUE(renderer.Initialize());
+    host.expectIntact(f);
+    EXPECT_TRUE(renderer.Initialize()) << "a second call in the same context";
+
+    tagTAVRIN_POINT ends[2] = {{0.1f, 0.5f}, {0.9f, 0.5f}};
+    Tavrin::Line line(ends, 2);
+    Tavrin::DrawList list;
+    {
+        Tavrin::DrawListScope scope(list);
+        line.Draw(nullptr, 64, 64, true);
+    }
+    renderer.Render(list, 64, 64);
+    EXPECT_EQ(renderer.LastDrawCalls(), 1);
+    host.expectIntact(f);
+    renderer.Render(Tavrin::DrawList(), 64, 64);
+    EXPECT_EQ(renderer.LastDrawCalls(), 0);
+    renderer.Render(list, 0, 64);
+    EXPECT_EQ(renderer.LastDrawCalls(), 0);
+    renderer.Release();
+    EXPECT_FALSE(renderer.IsInitialized());
+    host.expectIntact(f);
+    context.doneCurrent();
+    EXPECT_FALSE(renderer.Initialize()) << "no context current";
+}
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    QGuiApplication app(argc, argv);
+    ::testing::InitGoogleTest(&argc, argv);
+    return RUN_ALL_TESTS();
+}
