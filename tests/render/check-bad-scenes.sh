@@ -62,7 +62,7 @@ refused "missing.json: cannot read: No such file or directory" 1 missing.json -o
 refused ".: cannot read: is a directory" 1 . -o "$work/out/picture.png"
 refused "$work/out/no/such/dir/picture.png: cannot write: No such file or directory" 1 \
   ../good.json -o "$work/out/no/such/dir/picture.png"
-usage="usage: tavrin-render SCENE.json -o OUT.png [--size WxH] [--no-text] [--renderer gl1|painter]"
+usage="usage: tavrin-render SCENE.json -o OUT.png [--size WxH] [--no-text] [--renderer gl1|painter|core|gles]"
 refused "tavrin-render: no output file given (-o OUT.png) ($usage)" 2 ../good.json
 refused "tavrin-render: no scene file given ($usage)" 2 -o "$work/out/picture.png"
 refused "tavrin-render: --size: expected WxH with sides from 16 to 4096, got \"640x0\" ($usage)" 2 \
@@ -70,10 +70,14 @@ refused "tavrin-render: --size: expected WxH with sides from 16 to 4096, got \"6
 refused "tavrin-render: unknown option \"--colour\" ($usage)" 2 ../good.json -o "$work/out/picture.png" --colour
 refused "tavrin-render: -o $work/out/picture.gif: the output format follows the extension: .png, .jpg, .jpeg, .svg or .pdf ($usage)" 2 \
   ../good.json -o "$work/out/picture.gif"
-refused "tavrin-render: -o $work/out/picture.svg: SVG is written by --renderer painter, not gl1 ($usage)" 2 \
+refused "tavrin-render: -o $work/out/picture.svg: SVG is written by --renderer painter only ($usage)" 2 \
   ../good.json -o "$work/out/picture.svg" --renderer gl1
-refused "tavrin-render: --renderer: expected gl1 or painter, got \"gl3\" ($usage)" 2 \
+refused "tavrin-render: --renderer: expected gl1, painter, core or gles, got \"gl3\" ($usage)" 2 \
   ../good.json -o "$work/out/picture.png" --renderer gl3
+# Without a display Qt makes no OpenGL context: core and gles say so and write nothing.
+DISPLAY= WAYLAND_DISPLAY= refused \
+  "../good.json: --renderer core and gles need a display for Qt's OpenGL (run under xvfb-run)" 1 \
+  ../good.json -o "$work/out/picture.png" --renderer core
 # A refused scene leaves no vector file either.
 first=$(ls *.json | head -1)
 refused "$(awk -v name="$first: " 'index($0, name) == 1 { print; exit }' expected.txt)" 1 "$first" -o "$work/out/picture.pdf"
