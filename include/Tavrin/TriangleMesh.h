@@ -19,8 +19,10 @@ namespace Tavrin {
 /// cells. Untextured vertices sample the atlas's opaque block, so the texture's alpha times
 /// the vertex colour is the colour to blend.
 ///
-/// With `antialias`, every batch the OpenGL path smooths gets a one-pixel fringe along its
-/// outer edges whose alpha falls to zero, which gives smooth edges without multisampling.
+/// With `antialias`, every line and point batch the OpenGL path smooths gets a one-pixel
+/// fringe along its outer edges whose alpha falls to zero, which gives smooth edges
+/// without multisampling. Fills get none: the figures fill with triangles side by side,
+/// often translucent, where fringes on the shared edges would show as seams.
 ///
 /// Vertex colours are straight (not premultiplied) RGBA. `Build` keeps the arrays' memory,
 /// so a renderer that keeps one mesh allocates only while the scene grows.

@@ -193,9 +193,8 @@ public:
         }
     }
 
-    // A convex polygon as a fan from its first vertex; with `antialias` a fringe outside
-    // every edge.
-    void fan(const Point* p, std::uint32_t n, const Color& c, bool antialias)
+    // A convex polygon as a fan from its first vertex.
+    void fan(const Point* p, std::uint32_t n, const Color& c)
     {
         if (n < 3) {
             return;
@@ -207,37 +206,12 @@ public:
         for (std::uint32_t i = 1; i + 1 < n; ++i) {
             triangle(first, first + i, first + i + 1);
         }
-        if (antialias) {
-            edgeFringes(p, n, c);
-        }
     }
 
-    void edgeFringes(const Point* p, std::uint32_t n, const Color& c)
-    {
-        // The outside of each edge is the side its polygon's winding does not turn to.
-        float twiceArea = 0.0f;
-        for (std::uint32_t i = 0; i < n; ++i) {
-            const Point& a = p[i];
-            const Point& b = p[(i + 1) % n];
-            twiceArea += a.x * b.y - b.x * a.y;
-        }
-        const float outward = twiceArea > 0.0f ? -1.0f : 1.0f;
-        for (std::uint32_t i = 0; i < n; ++i) {
-            const Point& a = p[i];
-            const Point& b = p[(i + 1) % n];
-            const float dx = b.x - a.x;
-            const float dy = b.y - a.y;
-            const float length = std::sqrt(dx * dx + dy * dy);
-            if (length > 0.0f && std::isfinite(length)) {
-                fringe(a, b, outward * -dy / length, outward * dx / length, c);
-            }
-        }
-    }
-
-    void triangles(const Point* p, std::uint32_t n, const Color& c, bool antialias)
+    void triangles(const Point* p, std::uint32_t n, const Color& c)
     {
         for (std::uint32_t i = 0; i + 2 < n; i += 3) {
-            fan(p + i, 3, c, antialias);
+            fan(p + i, 3, c);
         }
     }
 
@@ -280,7 +254,11 @@ bool allFinite(const Point* p, std::uint32_t n)
 
 void tessellateBatch(MeshWriter& out, const DrawList::Batch& batch, const Point* p, bool antialias)
 {
-    const bool fringe = antialias && batch.smooth;
+    // Fills get no fringe: the figures fill with triangles side by side (often
+    // translucent), where fringes along the shared edges would show as seams; their
+    // outlines, drawn as lines, smooth the outer edge.
+    const bool fill = batch.primitive == DrawList::Primitive::Triangles || batch.primitive == DrawList::Primitive::Polygon;
+    const bool fringe = antialias && batch.smooth && !fill;
     switch (batch.primitive) {
     case DrawList::Primitive::Points:
         out.points(p, batch.count, batch.size, batch.smooth, batch.color, fringe);
@@ -295,10 +273,10 @@ void tessellateBatch(MeshWriter& out, const DrawList::Batch& batch, const Point*
         out.strip(p, batch.count, true, batch.size, batch.color, fringe);
         break;
     case DrawList::Primitive::Triangles:
-        out.triangles(p, batch.count, batch.color, fringe);
+        out.triangles(p, batch.count, batch.color);
         break;
     case DrawList::Primitive::Polygon:
-        out.fan(p, batch.count, batch.color, fringe);
+        out.fan(p, batch.count, batch.color);
         break;
     }
 }

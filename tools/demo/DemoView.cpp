@@ -3,7 +3,12 @@
 #include "DemoKinds.h"
 #include "SceneRenderer.h"
 
+#include <TavrinQt/PaintDrawList.h>
+
 #include <QKeyEvent>
+#include <QOpenGLContext>
+#include <QOpenGLFunctions>
+#include <QPainter>
 #include <QMouseEvent>
 
 #include <GL/gl.h>
@@ -14,7 +19,8 @@
 namespace Tavrin {
 namespace demo {
 
-DemoView::DemoView(SceneDocument& document, QWidget* parent) : QOpenGLWidget(parent), m_document(document)
+DemoView::DemoView(SceneDocument& document, Rendering rendering, QWidget* parent)
+    : QOpenGLWidget(parent), m_document(document), m_rendering(rendering)
 {
     setMouseTracking(true);  // hovering highlights the figure under the cursor
     setFocusPolicy(Qt::StrongFocus);
@@ -60,11 +66,30 @@ void DemoView::pictureChanged()
     update();
 }
 
-void DemoView::initializeGL() {}
+DemoView::~DemoView()
+{
+    // The renderer's objects go with their context, which must be current for it.
+    if (m_renderer.IsInitialized()) {
+        makeCurrent();
+        m_renderer.Release();
+        doneCurrent();
+    }
+}
+
+void DemoView::initializeGL()
+{
+    if (m_rendering == Rendering::Core && !m_renderer.Initialize()) {
+        emit message(QStringLiteral("no OpenGL 3.3 context for the core renderer: the figures are not drawn"));
+    }
+}
 
 void DemoView::paintGL()
 {
     syncViewSize();
+    if (m_rendering != Rendering::Gl1) {
+        paintFromList();
+        return;
+    }
     const int margin = deviceMargin();
     const int width = m_document.view().width();
     const int height = m_document.view().height();
@@ -113,6 +138,56 @@ void DemoView::drawPicture()
     }
     if (!m_scaledPicture.isNull()) {
         render::drawPictureGl(m_scaledPicture);
+    }
+}
+
+void DemoView::paintFromList()
+{
+    const HostView& view = m_document.view();
+    const qreal ratio = devicePixelRatioF();
+    const QRectF picture(QPointF(kMargin, kMargin), QSizeF(view.width() / ratio, view.height() / ratio));
+    // The host's part: after the frame, every figure draws itself, here into the list.
+    m_list.Clear();
+    {
+        DrawListScope scope(m_list);
+        m_document.paint();
+    }
+    QPainter painter(this);
+    painter.fillRect(rect(), QColor::fromRgbF(kMarginGrey, kMarginGrey, kMarginGrey));
+    painter.fillRect(picture, QColor(static_cast<QRgb>(m_document.colour())));
+    if (!m_document.picture().isNull()) {
+        painter.drawImage(picture, m_document.picture());
+    }
+    if (m_rendering == Rendering::Core) {
+        painter.beginNativePainting();
+        const int margin = deviceMargin();
+        context()->functions()->glViewport(margin, margin, view.width(), view.height());
+        m_renderer.Render(m_list, view.width(), view.height());
+        painter.endNativePainting();
+    } else {
+        // The list is in device pixels of the picture.
+        painter.save();
+        painter.translate(picture.topLeft());
+        painter.scale(1.0 / ratio, 1.0 / ratio);
+        PaintDrawList(painter, m_list);
+        painter.restore();
+    }
+    if (placing() && !m_clicks.empty()) {
+        auto at = [&](const tagTAVRIN_POINT& p) {
+            return picture.topLeft() + QPointF(p.x * picture.width(), p.y * picture.height());
+        };
+        QPolygonF band;
+        for (const tagTAVRIN_POINT& p : m_clicks) {
+            band << at(p);
+        }
+        band << at(m_cursor);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(QColor(0x00, 0xff, 0x7f), 1.5));
+        painter.drawPolyline(band);
+        painter.setBrush(QColor(0x00, 0xff, 0x7f));
+        for (const tagTAVRIN_POINT& p : m_clicks) {
+            painter.drawEllipse(at(p), 3.5, 3.5);
+        }
     }
 }
 

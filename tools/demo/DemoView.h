@@ -8,6 +8,9 @@
 
 #include "SceneDocument.h"
 
+#include <Tavrin/DrawList.h>
+#include <TavrinQt/GlRenderer.h>
+
 #include <QImage>
 #include <QOpenGLWidget>
 #include <QString>
@@ -17,10 +20,18 @@
 namespace Tavrin {
 namespace demo {
 
+/// How the view draws the figures. Gl1: their own OpenGL calls (compatibility context).
+/// Core: their draw list through GlRenderer (3.3 core context). Painter: their draw list
+/// painted with QPainter. The picture is drawn to match: glDrawPixels under Gl1,
+/// QPainter otherwise.
+enum class Rendering { Gl1, Core, Painter };
+
 class DemoView : public QOpenGLWidget {
     Q_OBJECT
 public:
-    DemoView(SceneDocument& document, QWidget* parent = nullptr);
+    DemoView(SceneDocument& document, Rendering rendering, QWidget* parent = nullptr);
+    ~DemoView() override;
+    Rendering rendering() const { return m_rendering; }
 
     /// Starts placing a figure of `kind`: clicks add vertices, Enter or a double-click
     /// finishes, Escape cancels. Placing stops by itself at the kind's most vertices.
@@ -70,9 +81,15 @@ private:
     void syncViewSize();
     void drawPicture();
     void drawPlacing();
+    /// Core and Painter: the picture, the figures' draw list and the placing rubber band
+    /// through QPainter (and GlRenderer).
+    void paintFromList();
     void finishPlacing();
 
     SceneDocument& m_document;
+    Rendering m_rendering;
+    GlRenderer m_renderer;
+    DrawList m_list;
     QImage m_scaledPicture;
     QString m_placingKind;
     std::vector<tagTAVRIN_POINT> m_clicks;

@@ -17,8 +17,8 @@
 namespace Tavrin {
 namespace demo {
 
-MainWindow::MainWindow(SceneDocument& document)
-    : m_document(document), m_view(new DemoView(document, this)), m_panel(new PropertyPanel(document, this)),
+MainWindow::MainWindow(SceneDocument& document, Rendering rendering)
+    : m_document(document), m_view(new DemoView(document, rendering, this)), m_panel(new PropertyPanel(document, this)),
       m_palette(new QListWidget(this))
 {
     setWindowTitle(QStringLiteral("tavrin-demo"));

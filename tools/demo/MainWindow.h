@@ -4,6 +4,7 @@
 // tavrin-demo's window: the palette of the sixteen kinds on the left, the video view in
 // the middle, the selected figure's properties and vertices on the right.
 
+#include "DemoView.h"
 #include "SceneDocument.h"
 
 #include <QMainWindow>
@@ -15,13 +16,12 @@ class QMenu;
 namespace Tavrin {
 namespace demo {
 
-class DemoView;
 class PropertyPanel;
 
 class MainWindow : public QMainWindow {
     Q_OBJECT
 public:
-    explicit MainWindow(SceneDocument& document);
+    MainWindow(SceneDocument& document, Rendering rendering = Rendering::Gl1);
 
     /// Opens a scene; on a refusal keeps the current scene and gives the reason in
     /// `reason`, or, without one, shows it in a dialog (when the window is shown).

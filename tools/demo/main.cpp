@@ -1,13 +1,16 @@
 // tavrin-demo: an interactive host that shows a picture, draws every figure over it and
 // edits them with the mouse.
 //
-//   tavrin-demo [SCENE.json]
+//   tavrin-demo [--renderer gl1|core|painter] [SCENE.json]
 //   tavrin-demo --self-test SCENE.json [--grab VIEW.png] [--save EDITED.json]
 //   tavrin-demo --screenshot WINDOW.png [SCENE.json] [--press X,Y]
 //
 // --self-test drives the window with synthetic events and exits 0 when every check
 // passed. --screenshot opens the scene, presses at the normalised point X,Y (to select a
-// figure) and writes the whole window as a PNG.
+// figure) and writes the whole window as a PNG. --renderer picks how the view draws the
+// figures: gl1, their own OpenGL calls in a compatibility context (the default); core,
+// their draw list through GlRenderer in an OpenGL 3.3 core context; painter, their draw
+// list painted with QPainter.
 
 #include "DemoView.h"
 #include "MainWindow.h"
@@ -27,10 +30,13 @@
 namespace {
 
 const char kUsage[] =
-    "usage: tavrin-demo [SCENE.json]\n"
+    "usage: tavrin-demo [--renderer gl1|core|painter] [SCENE.json]\n"
     "       tavrin-demo --self-test SCENE.json [--grab VIEW.png] [--save EDITED.json]\n"
     "       tavrin-demo --screenshot WINDOW.png [SCENE.json] [--press X,Y]\n"
-    "       tavrin-demo --help | --version";
+    "       tavrin-demo --help | --version\n"
+    "--renderer: gl1 draws with the figures' own OpenGL calls (compatibility context, the\n"
+    "default); core draws their draw list with GlRenderer (OpenGL 3.3 core); painter paints\n"
+    "it with QPainter. The figures look and edit the same under each.";
 
 struct Arguments {
     QString scene;
@@ -60,7 +66,9 @@ bool parseArguments(const QStringList& args, Arguments& parsed)
     for (int i = 0; i < args.size(); ++i) {
         const QString& arg = args[i];
         const bool hasValue = i + 1 < args.size();
-        if (arg == QLatin1String("--self-test") && hasValue) {
+        if (arg == QLatin1String("--renderer") && hasValue) {
+            ++i;  // read before the application, by renderingOf
+        } else if (arg == QLatin1String("--self-test") && hasValue) {
             parsed.selfTest = true;
             parsed.scene = args[++i];
         } else if (arg == QLatin1String("--grab") && hasValue) {
@@ -112,14 +120,47 @@ int screenshot(Tavrin::demo::MainWindow& window, const Arguments& args)
 
 }  // namespace
 
+/// The --renderer of the command line (gl1 when absent); false for an unknown name.
+bool renderingOf(int argc, char** argv, Tavrin::demo::Rendering& rendering)
+{
+    rendering = Tavrin::demo::Rendering::Gl1;
+    for (int i = 1; i + 1 < argc; ++i) {
+        if (QByteArray(argv[i]) != "--renderer") {
+            continue;
+        }
+        const QByteArray name(argv[i + 1]);
+        if (name == "gl1") {
+            rendering = Tavrin::demo::Rendering::Gl1;
+        } else if (name == "core") {
+            rendering = Tavrin::demo::Rendering::Core;
+        } else if (name == "painter") {
+            rendering = Tavrin::demo::Rendering::Painter;
+        } else {
+            std::fprintf(stderr, "tavrin-demo: --renderer: expected gl1, core or painter, got \"%s\"\n", argv[i + 1]);
+            return false;
+        }
+    }
+    return true;
+}
+
 int main(int argc, char** argv)
 {
-    // The library draws with the fixed pipeline: ask for a compatibility profile before
-    // the application creates any context.
+    Tavrin::demo::Rendering rendering = Tavrin::demo::Rendering::Gl1;
+    if (!renderingOf(argc, argv, rendering)) {
+        return 2;
+    }
+    // The view's surface matches its rendering, asked for before the application creates
+    // any context: the figures' own calls need the fixed pipeline of a compatibility
+    // profile; GlRenderer a 3.3 core profile.
     QSurfaceFormat format;
     format.setRenderableType(QSurfaceFormat::OpenGL);
-    format.setProfile(QSurfaceFormat::CompatibilityProfile);
-    format.setVersion(2, 1);
+    if (rendering == Tavrin::demo::Rendering::Core) {
+        format.setProfile(QSurfaceFormat::CoreProfile);
+        format.setVersion(3, 3);
+    } else {
+        format.setProfile(QSurfaceFormat::CompatibilityProfile);
+        format.setVersion(2, 1);
+    }
     QSurfaceFormat::setDefaultFormat(format);
 
     // Help and version need no display: answered before the application connects to one.
@@ -145,7 +186,7 @@ int main(int argc, char** argv)
     Tavrin::TextRendering::SetEnabled(true);
 
     Tavrin::demo::SceneDocument document(QSize(1280, 720), QSize(960, 540));
-    Tavrin::demo::MainWindow window(document);
+    Tavrin::demo::MainWindow window(document, rendering);
     window.resize(1500, 720);
     if (args.selfTest) {
         Tavrin::demo::SelfTestFiles files{args.scene, args.grab, args.save};
