@@ -17,10 +17,11 @@ constexpr float kPi = 3.14159265f;
 constexpr int kMinDiscSegments = 8;
 constexpr int kMaxDiscSegments = 64;
 
-// Segments for a disc `diameter` pixels across: about one per 1.5 pixels of its rim.
+// Segments for a disc `diameter` pixels across: about one per 3 pixels of its rim, so
+// that no edge strays half a pixel from the circle (a handle of 8 pixels gets 9).
 int discSegmentsFor(float diameter)
 {
-    const float wanted = std::ceil(diameter * kPi / 1.5f);
+    const float wanted = std::ceil(diameter * kPi / 3.0f);
     if (!(wanted > kMinDiscSegments)) {
         return kMinDiscSegments;
     }
@@ -50,21 +51,22 @@ const DiscRims& discRims()
     return rims;
 }
 
-bool isFinite(const Point& p) { return std::isfinite(p.x) && std::isfinite(p.y); }
-
 Point offset(const Point& p, float nx, float ny, float d) { return Point{p.x + nx * d, p.y + ny * d}; }
 
 // Appends triangles to the mesh's arrays; every texel it puts on shapes is the atlas's
 // opaque block.
 class MeshWriter {
 public:
-    MeshWriter(std::vector<TriangleMesh::Vertex>& vertices, std::vector<std::uint32_t>& indices)
-        : m_vertices(vertices), m_indices(indices)
+    /// Writes into arrays the caller sized to at least what the batches need (countOf).
+    MeshWriter(TriangleMesh::Vertex* vertices, std::uint32_t* indices) : m_vertices(vertices), m_indices(indices)
     {
         const FontAtlas::Texel white = FontAtlas::WhiteTexel();
         m_whiteU = static_cast<float>(white.x) / FontAtlas::kWidth;
         m_whiteV = static_cast<float>(white.y) / FontAtlas::kHeight;
     }
+
+    std::uint32_t vertexCount() const { return m_vertexCount; }
+    std::size_t indexCount() const { return m_indexCount; }
 
     // A vertex of a shape; returns its index.
     std::uint32_t vertex(const Point& p, const Color& c, std::uint8_t alpha)
@@ -74,29 +76,23 @@ public:
 
     std::uint32_t texturedVertex(const Point& p, float u, float v, const Color& c, std::uint8_t alpha)
     {
-        const auto index = static_cast<std::uint32_t>(m_vertices.size());
-        m_vertices.push_back(TriangleMesh::Vertex{p.x, p.y, u, v, c.r, c.g, c.b, alpha});
-        return index;
+        m_vertices[m_vertexCount] = TriangleMesh::Vertex{p.x, p.y, u, v, c.r, c.g, c.b, alpha};
+        return m_vertexCount++;
     }
 
     void triangle(std::uint32_t a, std::uint32_t b, std::uint32_t c)
     {
-        m_indices.push_back(a);
-        m_indices.push_back(b);
-        m_indices.push_back(c);
+        std::uint32_t* out = m_indices + m_indexCount;
+        out[0] = a;
+        out[1] = b;
+        out[2] = c;
+        m_indexCount += 3;
     }
 
     void quad(std::uint32_t a, std::uint32_t b, std::uint32_t c, std::uint32_t d)
     {
         triangle(a, b, c);
         triangle(a, c, d);
-    }
-
-    // A strip along the edge a-b, from alpha `inner` on the edge to transparent one pixel
-    // out along (nx, ny).
-    void fringe(const Point& a, const Point& b, float nx, float ny, const Color& c)
-    {
-        quadOf(Point4{a, b, offset(b, nx, ny, 1.0f), offset(a, nx, ny, 1.0f)}, c, c.a, 0);
     }
 
     // Four corners in order, the first two with alpha `near`, the last two with `far`.
@@ -125,14 +121,19 @@ public:
         const float ny = dx / length;
         const float half = (width > 1.0f ? width : 1.0f) * 0.5f;
         const float core = antialias ? (half > 0.5f ? half - 0.5f : 0.0f) : half;
-        const Point a1 = offset(a, nx, ny, core);
-        const Point b1 = offset(b, nx, ny, core);
-        const Point b2 = offset(b, nx, ny, -core);
-        const Point a2 = offset(a, nx, ny, -core);
-        quadOf(Point4{a1, b1, b2, a2}, c, c.a, c.a);
+        const std::uint32_t a1 = vertex(offset(a, nx, ny, core), c, c.a);
+        const std::uint32_t b1 = vertex(offset(b, nx, ny, core), c, c.a);
+        const std::uint32_t b2 = vertex(offset(b, nx, ny, -core), c, c.a);
+        const std::uint32_t a2 = vertex(offset(a, nx, ny, -core), c, c.a);
+        quad(a1, b1, b2, a2);
         if (antialias) {
-            fringe(a1, b1, nx, ny, c);
-            fringe(b2, a2, -nx, -ny, c);
+            // Transparent edges one pixel out on both sides, sharing the core's corners.
+            const std::uint32_t a1out = vertex(offset(a, nx, ny, core + 1.0f), c, 0);
+            const std::uint32_t b1out = vertex(offset(b, nx, ny, core + 1.0f), c, 0);
+            const std::uint32_t b2out = vertex(offset(b, nx, ny, -core - 1.0f), c, 0);
+            const std::uint32_t a2out = vertex(offset(a, nx, ny, -core - 1.0f), c, 0);
+            quad(a1, b1, b1out, a1out);
+            quad(b2, a2, a2out, b2out);
         }
     }
 
@@ -172,7 +173,7 @@ public:
         const int segments = discSegmentsFor(2.0f * radius);
         const float rim = antialias ? radius - 0.5f : radius;
         const std::uint32_t middle = vertex(centre, c, c.a);
-        const std::uint32_t first = static_cast<std::uint32_t>(m_vertices.size());
+        const std::uint32_t first = m_vertexCount;
         const DiscRims& rims = discRims();
         for (int i = 0; i < segments; ++i) {
             const float cx = rims.cosine[segments][i];
@@ -199,7 +200,7 @@ public:
         if (n < 3) {
             return;
         }
-        const std::uint32_t first = static_cast<std::uint32_t>(m_vertices.size());
+        const std::uint32_t first = m_vertexCount;
         for (std::uint32_t i = 0; i < n; ++i) {
             vertex(p[i], c, c.a);
         }
@@ -236,20 +237,52 @@ public:
     }
 
 private:
-    std::vector<TriangleMesh::Vertex>& m_vertices;
-    std::vector<std::uint32_t>& m_indices;
+    TriangleMesh::Vertex* m_vertices;
+    std::uint32_t* m_indices;
+    std::uint32_t m_vertexCount = 0;
+    std::size_t m_indexCount = 0;
     float m_whiteU;
     float m_whiteV;
 };
 
-bool allFinite(const Point* p, std::uint32_t n)
+struct Counts {
+    std::size_t vertices = 0;
+    std::size_t indices = 0;
+};
+
+// The most vertices and indices a batch can take (skipped degenerate pieces take fewer).
+Counts countOf(const DrawList::Batch& batch, bool fringe)
 {
-    for (std::uint32_t i = 0; i < n; ++i) {
-        if (!isFinite(p[i])) {
-            return false;
+    const std::size_t n = batch.count;
+    std::size_t segments = 0;
+    switch (batch.primitive) {
+    case DrawList::Primitive::Points: {
+        if (!batch.smooth) {
+            return Counts{4 * n, 6 * n};
         }
+        const auto rim = static_cast<std::size_t>(discSegmentsFor(batch.size > 1.0f ? batch.size : 1.0f));
+        return Counts{n * (1 + rim * (fringe ? 2 : 1)), n * rim * (fringe ? 9 : 3)};
     }
-    return true;
+    case DrawList::Primitive::Lines:
+        segments = n / 2;
+        break;
+    case DrawList::Primitive::LineStrip:
+        segments = n > 0 ? n - 1 : 0;
+        break;
+    case DrawList::Primitive::LineLoop:
+        segments = n > 0 ? n - 1 + (n > 2 ? 1 : 0) : 0;
+        break;
+    case DrawList::Primitive::Triangles:
+        return Counts{n / 3 * 3, n / 3 * 3};
+    case DrawList::Primitive::Polygon:
+        return n < 3 ? Counts{} : Counts{n, 3 * (n - 2)};
+    }
+    return fringe ? Counts{8 * segments, 18 * segments} : Counts{4 * segments, 6 * segments};
+}
+
+bool isFill(const DrawList::Batch& batch)
+{
+    return batch.primitive == DrawList::Primitive::Triangles || batch.primitive == DrawList::Primitive::Polygon;
 }
 
 void tessellateBatch(MeshWriter& out, const DrawList::Batch& batch, const Point* p, bool antialias)
@@ -257,8 +290,7 @@ void tessellateBatch(MeshWriter& out, const DrawList::Batch& batch, const Point*
     // Fills get no fringe: the figures fill with triangles side by side (often
     // translucent), where fringes along the shared edges would show as seams; their
     // outlines, drawn as lines, smooth the outer edge.
-    const bool fill = batch.primitive == DrawList::Primitive::Triangles || batch.primitive == DrawList::Primitive::Polygon;
-    const bool fringe = antialias && batch.smooth && !fill;
+    const bool fringe = antialias && batch.smooth && !isFill(batch);
     switch (batch.primitive) {
     case DrawList::Primitive::Points:
         out.points(p, batch.count, batch.size, batch.smooth, batch.color, fringe);
@@ -294,37 +326,58 @@ void TriangleMesh::Build(const DrawList& list, bool antialias)
     Clear();
     const std::vector<Point>& points = list.Vertices();
     const std::vector<char>& bytes = list.TextBytes();
+    const std::vector<DrawList::Batch>& batches = list.Batches();
+    const std::vector<DrawList::TextRun>& runs = list.TextRuns();
+    // A list holds finite vertices only (the capture leaves out any batch that would not
+    // be), so a batch is usable when it lies inside the list.
+    auto batchUsable = [&points](const DrawList::Batch& batch) {
+        return batch.first <= points.size() && batch.count <= points.size() - batch.first;
+    };
+    auto runUsable = [&bytes](const DrawList::TextRun& run) {
+        return run.first <= bytes.size() && run.length <= bytes.size() - run.first;
+    };
+    // Sized once for the whole frame, then written in place.
+    Counts total;
+    for (const DrawList::Batch& batch : batches) {
+        if (batchUsable(batch)) {
+            const Counts c = countOf(batch, antialias && batch.smooth && !isFill(batch));
+            total.vertices += c.vertices;
+            total.indices += c.indices;
+        }
+    }
+    for (const DrawList::TextRun& run : runs) {
+        if (runUsable(run)) {
+            total.vertices += 4 * std::size_t{run.length};
+            total.indices += 6 * std::size_t{run.length};
+        }
+    }
+    // 32-bit indices address every vertex only while there are fewer than 2^32 of them.
+    if (total.vertices > std::numeric_limits<std::uint32_t>::max()) {
+        return;
+    }
     try {
-        MeshWriter out(m_vertices, m_indices);
-        const std::vector<DrawList::Batch>& batches = list.Batches();
-        const std::vector<DrawList::TextRun>& runs = list.TextRuns();
-        // Batches and text runs in the order the OpenGL frame draws them.
-        std::size_t r = 0;
-        for (std::size_t b = 0; b <= batches.size(); ++b) {
-            for (; r < runs.size() && (runs[r].before <= b || b == batches.size()); ++r) {
-                const DrawList::TextRun& run = runs[r];
-                if (run.first <= bytes.size() && run.length <= bytes.size() - run.first) {
-                    out.glyphs(run, bytes.data() + run.first);
-                }
-            }
-            if (b == batches.size()) {
-                break;
-            }
-            const DrawList::Batch& batch = batches[b];
-            if (batch.first > points.size() || batch.count > points.size() - batch.first ||
-                !allFinite(points.data() + batch.first, batch.count)) {
-                continue;
-            }
-            tessellateBatch(out, batch, points.data() + batch.first, antialias);
-        }
-        // 32-bit indices address every vertex only while there are fewer than 2^32 of them.
-        if (m_vertices.size() > std::numeric_limits<std::uint32_t>::max()) {
-            Clear();
-        }
+        m_vertices.resize(total.vertices);
+        m_indices.resize(total.indices);
     } catch (const std::exception&) {
         // Out of memory: an empty mesh rather than a partial one.
         Clear();
+        return;
     }
+    MeshWriter out(m_vertices.data(), m_indices.data());
+    // Batches and text runs in the order the OpenGL frame draws them.
+    std::size_t r = 0;
+    for (std::size_t b = 0; b <= batches.size(); ++b) {
+        for (; r < runs.size() && (runs[r].before <= b || b == batches.size()); ++r) {
+            if (runUsable(runs[r])) {
+                out.glyphs(runs[r], bytes.data() + runs[r].first);
+            }
+        }
+        if (b < batches.size() && batchUsable(batches[b])) {
+            tessellateBatch(out, batches[b], points.data() + batches[b].first, antialias);
+        }
+    }
+    m_vertices.resize(out.vertexCount());
+    m_indices.resize(out.indexCount());
 }
 
 }  // namespace Tavrin
