@@ -15,6 +15,9 @@
 
 #include <OffscreenGl.h>
 
+#include <Tavrin/DrawList.h>
+#include <TavrinQt/GlRenderer.h>
+
 #include <QGuiApplication>
 #include <QImage>
 #include <QOffscreenSurface>
@@ -377,6 +380,52 @@ void BM_QPainterGl(benchmark::State& state)
     state.counters["shapes"] = static_cast<double>(f.peer.size());
 }
 
+// The same frame through GlRenderer in the Qt context: captured into a draw list,
+// tessellated, uploaded and drawn in one call, glFinish included. Counters: the CPU time of
+// capture and of Render (tessellation, upload, the draw call's submission) per frame, and
+// the draw calls.
+void BM_QtGlRenderer(benchmark::State& state)
+{
+    Frames& f = frames(static_cast<int>(state.range(0)));
+    if (!useQtGl(state, false)) {
+        return;
+    }
+    Tavrin::GlRenderer renderer;
+    if (!renderer.Initialize()) {
+        state.SkipWithError("GlRenderer cannot initialise in this context");
+        return;
+    }
+    glViewport(0, 0, kViewWidth, kViewHeight);
+    Tavrin::DrawList list;
+    using Clock = std::chrono::steady_clock;
+    std::vector<double> capture;
+    std::vector<double> render;
+    auto frame = [&](bool timed) {
+        const Clock::time_point start = Clock::now();
+        list.Clear();
+        {
+            Tavrin::DrawListScope scope(list);
+            f.scene->draw();
+        }
+        const Clock::time_point captured = Clock::now();
+        renderer.Render(list, kViewWidth, kViewHeight);
+        const Clock::time_point submitted = Clock::now();
+        glFinish();
+        if (timed) {
+            capture.push_back(std::chrono::duration<double, std::micro>(captured - start).count());
+            render.push_back(std::chrono::duration<double, std::micro>(submitted - captured).count());
+        }
+    };
+    frame(false);
+    for (auto _ : state) {
+        frame(true);
+    }
+    state.counters["capture_us"] = median(capture);
+    state.counters["render_cpu_us"] = median(render);
+    state.counters["draw_calls"] = renderer.LastDrawCalls();
+    renderer.Release();
+}
+
 void sizes(benchmark::internal::Benchmark* b)
 {
     for (int figures : kSceneSizes) {
@@ -395,6 +444,15 @@ BENCHMARK(BM_QtGlLibrary)->Apply(sizes);
 BENCHMARK(BM_QtGlFloor)->Apply(sizes);
 BENCHMARK(BM_QtGlPaired)->Apply(sizes)->MinTime(1.5);
 BENCHMARK(BM_QPainterGl)->Apply(sizes);
+BENCHMARK(BM_QtGlRenderer)->Apply(sizes);
+
+// The Qt-context variants also at 1000 figures, for the renderer's comparison.
+void thousand(benchmark::internal::Benchmark* b) { b->Arg(1000)->Unit(benchmark::kMicrosecond)->UseRealTime(); }
+BENCHMARK(BM_QtGlLibrary)->Apply(thousand);
+BENCHMARK(BM_QtGlFloor)->Apply(thousand);
+BENCHMARK(BM_QPainterGl)->Apply(thousand);
+BENCHMARK(BM_QtGlRenderer)->Apply(thousand);
+BENCHMARK(BM_QPainterRaster)->Apply(thousand);
 
 }  // namespace
 
@@ -427,8 +485,9 @@ void createQtGl(QtGl& qt)
 {
     QSurfaceFormat format;
     format.setRenderableType(QSurfaceFormat::OpenGL);
+    // A compatibility profile of 3.3: the library's own calls and GlRenderer both run in it.
     format.setProfile(QSurfaceFormat::CompatibilityProfile);
-    format.setVersion(2, 1);
+    format.setVersion(3, 3);
     qt.surface.setFormat(format);
     qt.surface.create();
     qt.context.setFormat(format);

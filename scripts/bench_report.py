@@ -34,7 +34,8 @@ def load(path):
         name = b["run_name"]
         scale = {"ns": 1e-3, "us": 1.0, "ms": 1e3, "s": 1e6}[b.get("time_unit", "ns")]
         entry = {"real": b["real_time"] * scale, "cpu": b["cpu_time"] * scale}
-        for key in ("gl_calls", "allocs", "vertices", "shapes", "triangles", "library_us", "floor_us", "ratio"):
+        for key in ("gl_calls", "allocs", "vertices", "shapes", "triangles", "library_us", "floor_us", "ratio",
+                    "capture_us", "render_cpu_us", "draw_calls"):
             if key in b:
                 entry[key] = b[key]
         if name in ratios:
@@ -159,6 +160,23 @@ def block(args):
     lines.append(f"| Capturing the 64-figure frame into a draw list ≤ 1.3 × the OpenGL path's CPU | "
                  f"{us(cpu(capture64))} µs against {us(cpu(draw64))} µs: {fmt_ratio(capture_ratio)} | "
                  f"{verdict(None if capture_ratio is None else capture_ratio <= 1.3)} |")
+    renderer = {n: find(qt, "BM_QtGlRenderer", n) for n in SIZES + (1000,)}
+    painter_gl = {n: find(qt, "BM_QPainterGl", n) for n in SIZES + (1000,)}
+    frame_ratios = [ratio(real(renderer[n]), real(painter_gl[n])) for n in (64, 256)]
+    lines.append("| GlRenderer's whole frame ≤ 0.5 × QPainter on GL, 64 and 256 figures (Qt context) | "
+                 + ", ".join(fmt_ratio(v) for v in frame_ratios) + " | "
+                 + verdict(None if any(v is None for v in frame_ratios) else all(v <= 0.5 for v in frame_ratios)) + " |")
+    cpu_ratios = []
+    for n in (64, 256):
+        c, t = find(lib, "BM_CaptureDraw", n), lib.get(f"BM_Tessellate/{n}/1")
+        d = find(lib, "BM_LibraryDraw", n)
+        cpu_ratios.append(None if c is None or t is None or d is None else (c["cpu"] + t["cpu"]) / d["cpu"])
+    lines.append("| Capture plus tessellation ≤ 2 × the OpenGL path's CPU, 64 and 256 figures | "
+                 + ", ".join(fmt_ratio(v) for v in cpu_ratios) + " | "
+                 + verdict(None if any(v is None for v in cpu_ratios) else all(v <= 2.0 for v in cpu_ratios)) + " |")
+    calls = [e.get("draw_calls") for e in renderer.values() if e is not None]
+    lines.append(f"| GlRenderer: at most 2 draw calls a frame | {max(calls):.0f} at every size | "
+                 f"{verdict(max(calls) <= 2)} |" if calls else "| GlRenderer: at most 2 draw calls a frame | n/a | not measured |")
     lines.append(f"| SplitPolygon, 20-vertex concave, steady frame ≤ 5 µs | whole fill draw "
                  f"{us(cpu(fill_concave))} µs; a fresh cut {us(cpu(split_concave))} µs | "
                  f"{verdict(None if fill_concave is None else fill_concave['cpu'] <= 5)} |")
@@ -247,6 +265,28 @@ def block(args):
             l, f, p = find(qt, "BM_QtGlLibrary", n), find(qt, "BM_QtGlFloor", n), find(qt, "BM_QPainterGl", n)
             lines.append(f"| {n} | {us(real(l))} | {us(real(f))} | {us(real(p))} | "
                          f"{fmt_ratio(ratio(real(l), real(p)))} | {fmt_ratio(ratio(real(f), real(p)))} |")
+    lines.append("")
+
+    lines.append("### GlRenderer in the Qt context, beside the OpenGL path and QPainter (µs per frame)")
+    lines.append("")
+    if not qt:
+        lines.append("Not measured: no Qt OpenGL context.")
+    else:
+        lines.append("One 3.3 compatibility context (Qt's offscreen platform on Xvfb, Mesa llvmpipe), one framebuffer "
+                     "object, frames ending in glFinish. GlRenderer: capture into a draw list, then Render "
+                     "(tessellation with fringes, upload, one draw call); its CPU columns are the medians of those "
+                     "two steps (Render's includes llvmpipe's vertex work, done on the calling thread). QPainter: the "
+                     "equivalent overlay's shapes.")
+        lines.append("")
+        lines.append("| Figures | GL path | Floor | QPainter GL | QPainter raster | GlRenderer | GlRenderer / QPainter GL "
+                     "| Capture CPU | Render CPU | Draw calls |")
+        lines.append("|---|---|---|---|---|---|---|---|---|---|")
+        for n in SIZES + (1000,):
+            r = renderer[n]
+            lines.append(f"| {n} | {us(real(find(qt, 'BM_QtGlLibrary', n)))} | {us(real(find(qt, 'BM_QtGlFloor', n)))} | "
+                         f"{us(real(painter_gl[n]))} | {us(real(find(mesa, 'BM_QPainterRaster', n)))} | {us(real(r))} | "
+                         f"{fmt_ratio(ratio(real(r), real(painter_gl[n])))} | {us(r and r.get('capture_us'))} | "
+                         f"{us(r and r.get('render_cpu_us'))} | {'n/a' if r is None else format(r.get('draw_calls', 0), '.0f')} |")
     lines.append("")
 
     lines.append("### Hit tests, triangulation, registry (CPU µs)")
