@@ -69,7 +69,19 @@ TEST_F(DrawListTest, BatchesCarrySmoothingSizesAndGlyphCells)
     EXPECT_TRUE(fresh.IsEmpty());
     list.Clear();
     EXPECT_TRUE(list.IsEmpty());
+    EXPECT_TRUE(list.Vertices().empty() && list.TextBytes().empty());
     EXPECT_EQ(list.ViewWidth(), 0);
+    // Cleared, the list draws from OpenGL's defaults again: opaque white, width 1.
+    DrawListWriter::setColor(list, DrawList::Color{1, 2, 3, 4});
+    DrawListWriter::setLineWidth(list, 9.0f);
+    list.Clear();
+    DrawListWriter::beginFigure(list, 0, 10, 10);
+    const tagTAVRIN_POINT two[2] = {pt(0.1f, 0.1f), pt(0.2f, 0.2f)};
+    DrawListWriter::addBatch(list, P::Lines, two, 2);
+    ASSERT_EQ(list.Batches().size(), 1u);
+    EXPECT_EQ(list.Batches()[0].color.r, 255);
+    EXPECT_EQ(list.Batches()[0].color.a, 255);
+    EXPECT_EQ(list.Batches()[0].size, 1.0f);
 }
 
 TEST_F(DrawListTest, TextOffOutsideTheViewOrAtZeroSizeLeavesNothing)
@@ -90,9 +102,14 @@ TEST_F(DrawListTest, TextOffOutsideTheViewOrAtZeroSizeLeavesNothing)
         tagTAVRIN_POINT edge = pt(1.0f, 1.0f);
         label.SetPoints(&edge, 1);
         label.Draw(nullptr, 200, 100, true);
+        tagTAVRIN_POINT corner0 = pt(0.0f, 0.0f);
+        label.SetPoints(&corner0, 1);
+        label.Draw(nullptr, 200, 100, true);
     }
-    ASSERT_EQ(list.TextRuns().size(), 1u) << "only the anchor on the view's edge draws";
+    ASSERT_EQ(list.TextRuns().size(), 2u) << "only the anchors on the view's edges draw";
     EXPECT_EQ(list.TextRuns()[0].x, 202);
+    EXPECT_EQ(list.TextRuns()[1].x, 2);
+    EXPECT_EQ(list.TextRuns()[1].y, 2);
     EXPECT_TRUE(recorded().calls.empty());
 }
 
@@ -179,6 +196,10 @@ TEST(TriangleMesh, EachBatchKindTessellatesAsOpenGlDrawsIt)
     EXPECT_EQ(mesh.Indices(), (std::vector<std::uint32_t>{0, 1, 2, 0, 2, 3, 0, 3, 4}));
     mesh.Build(listOf(P::Triangles, true, 0.0f, {pt(0.1f, 0.1f), pt(0.3f, 0.1f), pt(0.3f, 0.3f), pt(0.5f, 0.5f), pt(0.6f, 0.6f)}), true);
     EXPECT_EQ(mesh.Indices().size(), 3u) << "one triangle, no fringe on a fill";
+    EXPECT_FLOAT_EQ(mesh.Vertices()[0].x, 10.0f) << "from the first vertex";
+    mesh.Build(listOf(P::Triangles, false, 0.0f,
+                      {pt(0.1f, 0.1f), pt(0.3f, 0.1f), pt(0.3f, 0.3f), pt(0.5f, 0.5f), pt(0.6f, 0.6f), pt(0.6f, 0.5f)}));
+    EXPECT_EQ(mesh.Indices().size(), 6u) << "two whole triangles";
     // Square points are quads of their size; round ones discs with more segments the larger.
     mesh.Build(listOf(P::Points, false, 8.0f, {pt(0.5f, 0.5f)}));
     ASSERT_EQ(mesh.Vertices().size(), 4u);
@@ -216,13 +237,21 @@ TEST(TriangleMesh, GlyphsAreAtlasQuadsInDrawingOrder)
     EXPECT_FLOAT_EQ(a[4].x - a[0].x, 7.0f);
     EXPECT_EQ(FontAtlas::GlyphCell(0x01).x, FontAtlas::GlyphCell(0xff).x);
     EXPECT_FLOAT_EQ(std::fabs(mesh.Vertices()[12].y - 20.0f), 0.5f) << "the second line comes last";
-    // The atlas holds each glyph's rows as the font draws them.
+    // The atlas holds every byte's glyph rows as the font draws them (the placeholder for
+    // bytes outside printable ASCII), with an empty column after each cell.
     const std::uint8_t* atlas = FontAtlas::Alpha();
-    for (int row = 0; row < font::kCellHeight; ++row) {
-        for (int column = 0; column < 8; ++column) {
-            const bool ink = column < 7 && (font::glyphRows('A')[row] & (0x80u >> column)) != 0;
-            EXPECT_EQ(atlas[(cellA.y + row) * FontAtlas::kWidth + cellA.x + column], ink ? 255 : 0);
+    for (int c = 0; c < 256; ++c) {
+        const FontAtlas::Texel cell = FontAtlas::GlyphCell(static_cast<unsigned char>(c));
+        std::string want;
+        std::string got;
+        for (int row = 0; row < font::kCellHeight; ++row) {
+            for (int column = 0; column < 8; ++column) {
+                const bool ink = column < 7 && (font::glyphRows(static_cast<unsigned char>(c))[row] & (0x80u >> column)) != 0;
+                want += ink ? '#' : '.';
+                got += atlas[(cell.y + row) * FontAtlas::kWidth + cell.x + column] == 255 ? '#' : '.';
+            }
         }
+        EXPECT_EQ(got, want) << "byte " << c;
     }
 }
 

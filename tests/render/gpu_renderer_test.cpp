@@ -108,15 +108,9 @@ struct HostGl {
 
 TEST(GlRenderer, LeavesTheHostStateAsItFoundItAndDrawsInOneCall)
 {
-    QSurfaceFormat format;
-    format.setProfile(QSurfaceFormat::CoreProfile);
-    format.setVersion(3, 3);
     QOffscreenSurface surface;
-    surface.setFormat(format);
-    surface.create();
     QOpenGLContext context;
-    context.setFormat(format);
-    ASSERT_TRUE(context.create() && context.makeCurrent(&surface));
+    ASSERT_TRUE(Tavrin::render::makeModernContext(ModernGl::Core, surface, context));
     QOpenGLExtraFunctions& f = *context.extraFunctions();
     QOpenGLFramebufferObject target(64, 64);
     ASSERT_TRUE(target.bind());

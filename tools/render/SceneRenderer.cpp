@@ -117,7 +117,7 @@ QImage paintSceneImage(const Scene& scene, bool text)
     return image.convertToFormat(QImage::Format_RGB888);
 }
 
-QImage renderSceneModernGl(const Scene& scene, ModernGl flavour, bool text, QString& error)
+bool makeModernContext(ModernGl flavour, QOffscreenSurface& surface, QOpenGLContext& context)
 {
     QSurfaceFormat format;
     if (flavour == ModernGl::Es) {
@@ -128,12 +128,17 @@ QImage renderSceneModernGl(const Scene& scene, ModernGl flavour, bool text, QStr
         format.setProfile(QSurfaceFormat::CoreProfile);
         format.setVersion(3, 3);
     }
-    QOffscreenSurface surface;
     surface.setFormat(format);
     surface.create();
-    QOpenGLContext context;
     context.setFormat(format);
-    if (!context.create() || !context.makeCurrent(&surface)) {
+    return context.create() && context.makeCurrent(&surface);
+}
+
+QImage renderSceneModernGl(const Scene& scene, ModernGl flavour, bool text, QString& error)
+{
+    QOffscreenSurface surface;
+    QOpenGLContext context;
+    if (!makeModernContext(flavour, surface, context)) {
         error = QStringLiteral("no OpenGL %1 context").arg(flavour == ModernGl::Es ? QStringLiteral("ES 3.0")
                                                                                    : QStringLiteral("3.3 core"));
         return QImage();

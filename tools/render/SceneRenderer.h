@@ -7,6 +7,8 @@
 #include <Tavrin/DrawList.h>
 
 #include <QImage>
+#include <QOffscreenSurface>
+#include <QOpenGLContext>
 #include <QPainter>
 
 namespace Tavrin {
@@ -43,6 +45,10 @@ QImage paintSceneImage(const Scene& scene, bool text = true);
 
 /// The OpenGL flavours GlRenderer draws in.
 enum class ModernGl { Core, Es };
+
+/// Creates `context` on `surface` in the flavour (desktop 3.3 core, or ES 3.0) and makes
+/// it current; false when Qt cannot.
+bool makeModernContext(ModernGl flavour, QOffscreenSurface& surface, QOpenGLContext& context);
 
 /// The scene's figures captured (captureScene) and drawn by GlRenderer in a Qt-made
 /// offscreen context of the given flavour (desktop core 3.3, or ES 3.0), into a
