@@ -102,7 +102,7 @@ void marker(const tagTAVRIN_POINT& at, bool counted, float halfX, float halfY)
     const tagTAVRIN_POINT square[4] = {{at.x - halfX, at.y - halfY}, {at.x + halfX, at.y - halfY},
                                        {at.x + halfX, at.y + halfY}, {at.x - halfX, at.y + halfY}};
     gl::setColor(counted ? kCountedColor : kIgnoredColor, 255);
-    gl::emit(counted ? GL_POLYGON : GL_LINE_LOOP, square, 4);
+    gl::emitPoints(counted ? GL_POLYGON : GL_LINE_LOOP, square, 4);
 }
 
 }  // namespace

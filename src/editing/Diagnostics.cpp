@@ -221,7 +221,7 @@ void DrawSelfCrossings(VcaObject* object, int width, int height)
             const tagTAVRIN_POINT& q = c.point;
             const tagTAVRIN_POINT cross[4] = {{q.x - armX, q.y - armY}, {q.x + armX, q.y + armY},
                                               {q.x - armX, q.y + armY}, {q.x + armX, q.y - armY}};
-            gl::emit(GL_LINES, cross, 4);
+            gl::emitPoints(GL_LINES, cross, 4);
         }
     } catch (...) {
         // Out of memory for the vertex list: nothing is drawn.

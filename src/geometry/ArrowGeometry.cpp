@@ -3,8 +3,6 @@
 #include "geometry/LineGeometry.h"
 #include "geometry/PixelMath.h"
 
-#include <QtMath>
-
 #include <algorithm>
 #include <cmath>
 
@@ -158,17 +156,17 @@ bool blockArrowCorners(const tagTAVRIN_POINT& tail, const tagTAVRIN_POINT& tip, 
         return false;
     }
     // The unit normal of the arrow.
-    const double theta = qAtan2(static_cast<double>(ey - sy), static_cast<double>(ex - sx)) +
+    const double theta = std::atan2(static_cast<double>(ey - sy), static_cast<double>(ex - sx)) +
                          kBlockArrowPi / 2;
-    const double c = qCos(theta);
-    const double s = qSin(theta);
+    const double c = std::cos(theta);
+    const double s = std::sin(theta);
     const long long c4 = truncToInt(4 * c);
     const long long s4 = truncToInt(4 * s);
     const long long c12 = truncToInt(12 * c);
     const long long s12 = truncToInt(12 * s);
     // The head's base, 18 pixels back from the tip, truncated after the double sum.
-    const double u = qAbs(18 * s);
-    const double v = qAbs(18 * c);
+    const double u = std::fabs(18 * s);
+    const double v = std::fabs(18 * c);
     const long long fx = truncToInt(sx < ex ? ex - u : ex + u);
     const long long fy = truncToInt(sy <= ey ? ey - v : ey + v);
 
@@ -202,12 +200,14 @@ bool traversePlaneOf(const tagTAVRIN_POINT& p1, const tagTAVRIN_POINT& p2, int w
     const tagTAVRIN_POINT middle{(left.x + right.x) / 2.0f, (left.y + right.y) / 2.0f};
 
     // The inclination, from 0 (horizontal) to pi/2 (vertical).
-    double phi = qAtan2(qAbs(right.x - left.x), -qAbs(right.y - left.y));
+    // In double precision from the single-precision differences, whichever Qt is around.
+    double phi = std::atan2(static_cast<double>(std::fabs(right.x - left.x)),
+                            -static_cast<double>(std::fabs(right.y - left.y)));
     if (phi >= kPlanePi / 2) {
         phi -= kPlanePi / 2;
     }
-    const double s = qSin(phi);
-    const double c = qCos(phi);
+    const double s = std::sin(phi);
+    const double c = std::cos(phi);
 
     TraversePlane out{};
     out.horizontal = left.y == right.y;

@@ -142,7 +142,7 @@ void emitGlPoints(GLenum mode, const geometry::GlPoint* vertices, std::size_t co
     glEnd();
 }
 
-void emit(GLenum mode, const tagTAVRIN_POINT* points, std::size_t count)
+void emitPoints(GLenum mode, const tagTAVRIN_POINT* points, std::size_t count)
 {
     if (points == nullptr) {
         return;
@@ -166,7 +166,7 @@ void emit(GLenum mode, const tagTAVRIN_POINT* points, std::size_t count)
 void emitSegment(const tagTAVRIN_POINT& a, const tagTAVRIN_POINT& b)
 {
     const tagTAVRIN_POINT ends[2] = {a, b};
-    emit(GL_LINES, ends, 2);
+    emitPoints(GL_LINES, ends, 2);
 }
 
 void emitTriangleFill(const tagTAVRIN_POINT* outline, const unsigned char (*corners)[3], int triangles,
@@ -175,9 +175,9 @@ void emitTriangleFill(const tagTAVRIN_POINT* outline, const unsigned char (*corn
     for (int i = 0; i < triangles; ++i) {
         const tagTAVRIN_POINT triangle[3] = {outline[corners[i][0]], outline[corners[i][1]],
                                              outline[corners[i][2]]};
-        emit(GL_POLYGON, triangle, 3);
+        emitPoints(GL_POLYGON, triangle, 3);
         if (outlined) {
-            emit(GL_LINE_LOOP, triangle, 3);
+            emitPoints(GL_LINE_LOOP, triangle, 3);
         }
     }
 }

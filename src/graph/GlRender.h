@@ -53,7 +53,7 @@ void pointSize(float size);
 /// geometry::glPointOf. When one of them does not map to a finite vertex (NaN, an
 /// infinity, or beyond about +-1.7e38, whose doubled value overflows) nothing at all is
 /// emitted for the batch: the figure shows without it. Nothing for a null array.
-void emit(GLenum mode, const tagTAVRIN_POINT* points, std::size_t count);
+void emitPoints(GLenum mode, const tagTAVRIN_POINT* points, std::size_t count);
 /// One GL_LINES batch of the segment a-b; nothing when an end is not drawable.
 void emitSegment(const tagTAVRIN_POINT& a, const tagTAVRIN_POINT& b);
 /// One batch of vertices already in GL vertex space (callers check they are finite).

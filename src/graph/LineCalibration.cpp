@@ -69,9 +69,9 @@ void Line::drawCalibration()
     m_caliLine[1] = caliLine.end;
     keepCaliSegmentOnLine();
 
-    gl::emit(GL_LINES, m_caliLine, 2);
+    gl::emitPoints(GL_LINES, m_caliLine, 2);
     if (m_pdcCaliShoulderLine) {
-        gl::emit(GL_LINES, m_caliPoints, 2);
+        gl::emitPoints(GL_LINES, m_caliPoints, 2);
     }
     DrawTargetWidthLine();
 }
@@ -103,7 +103,7 @@ void Line::DrawTargetWidthLine()
         }
         gl::lineWidth(2.0f);
         gl::setColor(kTargetWidthColor, 255);
-        gl::emit(GL_LINES, segment, 2);
+        gl::emitPoints(GL_LINES, segment, 2);
     }
 }
 

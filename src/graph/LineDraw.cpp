@@ -38,7 +38,7 @@ void Line::DrawByOpenGL(void* context)
         if (m_lineType == TAVRIN_LINE_ARROW) {
             DrawArrowByOpenGL(context, m_points[0], m_points[1]);
         } else {
-            gl::emit(GL_LINES, m_points, 2);
+            gl::emitPoints(GL_LINES, m_points, 2);
         }
         if (m_pdcLineOrRect && isSelected()) {
             if (m_pdcLineCali) {
@@ -84,7 +84,7 @@ void Line::DrawArrowByOpenGL(void* /*context*/, tagTAVRIN_POINT& a, tagTAVRIN_PO
         return;
     }
 
-    gl::emit(GL_LINE_LOOP, outline, static_cast<std::size_t>(count));
+    gl::emitPoints(GL_LINE_LOOP, outline, static_cast<std::size_t>(count));
     if (m_objStatus == TAVRIN_OBJ_STATUS_NORMAL || m_objStatus == TAVRIN_OBJ_STATUS_HIGHLIGHTED) {
         return;
     }
@@ -176,12 +176,12 @@ void Line::drawTraversePlaneFigure()
     tagTAVRIN_POINT markB{};
     const bool marked = geometry::traverseMarks(plane, m_arrowType, m_wndHeight, markA, markB);
 
-    gl::emit(GL_LINE_LOOP, plane.plane, 4);
+    gl::emitPoints(GL_LINE_LOOP, plane.plane, 4);
     if (m_arrowType == TAVRIN_ARROW_BOTH || m_arrowType == TAVRIN_ARROW_POSITIVE) {
-        gl::emit(GL_LINE_LOOP, arrow1, 8);
+        gl::emitPoints(GL_LINE_LOOP, arrow1, 8);
     }
     if (m_arrowType == TAVRIN_ARROW_BOTH || m_arrowType == TAVRIN_ARROW_NEGATIVE) {
-        gl::emit(GL_LINE_LOOP, arrow2, 8);
+        gl::emitPoints(GL_LINE_LOOP, arrow2, 8);
     }
     if (marked && !(m_objStatus == TAVRIN_OBJ_STATUS_NORMAL ||
                     m_objStatus == TAVRIN_OBJ_STATUS_HIGHLIGHTED) &&

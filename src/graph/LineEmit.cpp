@@ -11,7 +11,7 @@ void emitBlockArrowLoop(const geometry::PixelCorner corners[8], int width, int h
     for (int i = 1; i <= 8; ++i) {
         loop[i - 1] = geometry::cornerToPicture(corners[i % 8], width, height);
     }
-    emit(GL_LINE_LOOP, loop, 8);
+    emitPoints(GL_LINE_LOOP, loop, 8);
 }
 
 }  // namespace gl

@@ -91,16 +91,16 @@ void Point::DrawByOpenGL(void* /*context*/)
                                             {x, y - kCrossHalfSize},
                                             {x, y + kCrossHalfSize}};
         gl::lineWidth(2.0f);
-        gl::emit(GL_LINES, strokes, 4);
+        gl::emitPoints(GL_LINES, strokes, 4);
         return;
     }
     if (isSelected()) {
         gl::pointSize(16.0f);
-        gl::emit(GL_POINTS, &m_point, 1);
+        gl::emitPoints(GL_POINTS, &m_point, 1);
     }
     gl::setColor(outlineColor(), 255);
     gl::pointSize(8.0f);
-    gl::emit(GL_POINTS, &m_point, 1);
+    gl::emitPoints(GL_POINTS, &m_point, 1);
 }
 
 void Point::DrawByGdi(void* /*context*/) {}

@@ -199,7 +199,7 @@ void Polygon::DrawByOpenGL(void* /*context*/)
         gl::setColor(color, 255);
         gl::lineWidth(m_lineWidth);
         if (m_closed) {
-            gl::emit(GL_LINE_LOOP, m_points, m_pointCount);
+            gl::emitPoints(GL_LINE_LOOP, m_points, m_pointCount);
             drawFill(color);
         } else {
             for (unsigned int i = 0; i + 1 < m_pointCount; ++i) {

@@ -235,7 +235,7 @@ void DemoView::mousePressEvent(QMouseEvent* event)
         m_document.view().press(p.x(), p.y());
         m_document.view().release();
         emit selectionChanged();
-        emit figureMenuRequested(event->globalPos());
+        emit figureMenuRequested(mapToGlobal(event->pos()));
         update();
         return;
     }

@@ -83,28 +83,35 @@ bool MainWindow::saveScene(const QString& path)
     return true;
 }
 
+QAction* MainWindow::addMenuAction(QMenu* menu, const QString& text, const QKeySequence& shortcut,
+                                   const std::function<void()>& run)
+{
+    // One spelling for Qt 5 and Qt 6 (whose addAction overloads differ).
+    QAction* action = menu->addAction(text);
+    action->setShortcut(shortcut);
+    connect(action, &QAction::triggered, this, run);
+    return action;
+}
+
 void MainWindow::buildMenus()
 {
     QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
-    file->addAction(QStringLiteral("&New scene"), this, &MainWindow::newScene, QKeySequence::New);
-    file->addAction(QStringLiteral("&Open scene..."), this, &MainWindow::openDialog, QKeySequence::Open);
-    file->addAction(
-        QStringLiteral("&Save scene"), this,
-        [this] {
-            if (m_document.path().isEmpty()) {
-                saveAsDialog();
-            } else {
-                saveScene(m_document.path());
-            }
-        },
-        QKeySequence::Save);
-    file->addAction(QStringLiteral("Save scene &as..."), this, &MainWindow::saveAsDialog, QKeySequence::SaveAs);
-    file->addAction(QStringLiteral("Open &picture..."), this, &MainWindow::pictureDialog);
+    addMenuAction(file, QStringLiteral("&New scene"), QKeySequence::New, [this] { newScene(); });
+    addMenuAction(file, QStringLiteral("&Open scene..."), QKeySequence::Open, [this] { openDialog(); });
+    addMenuAction(file, QStringLiteral("&Save scene"), QKeySequence::Save, [this] {
+        if (m_document.path().isEmpty()) {
+            saveAsDialog();
+        } else {
+            saveScene(m_document.path());
+        }
+    });
+    addMenuAction(file, QStringLiteral("Save scene &as..."), QKeySequence::SaveAs, [this] { saveAsDialog(); });
+    addMenuAction(file, QStringLiteral("Open &picture..."), QKeySequence(), [this] { pictureDialog(); });
     file->addSeparator();
-    file->addAction(QStringLiteral("&Quit"), this, &QWidget::close, QKeySequence::Quit);
+    addMenuAction(file, QStringLiteral("&Quit"), QKeySequence::Quit, [this] { close(); });
 
     QMenu* edit = menuBar()->addMenu(QStringLiteral("&Edit"));
-    m_deleteAction = edit->addAction(QStringLiteral("&Delete figure"), this, &MainWindow::deleteSelected);
+    m_deleteAction = addMenuAction(edit, QStringLiteral("&Delete figure"), QKeySequence(), [this] { deleteSelected(); });
     // Delete, and Backspace as on keyboards without a Delete key; shown in the menu.
     m_deleteAction->setShortcuts({QKeySequence(QKeySequence::Delete), QKeySequence(Qt::Key_Backspace)});
     m_deleteAction->setShortcutContext(Qt::WindowShortcut);

@@ -7,7 +7,10 @@
 #include "DemoView.h"
 #include "SceneDocument.h"
 
+#include <QKeySequence>
 #include <QMainWindow>
+
+#include <functional>
 
 class QAction;
 class QListWidget;
@@ -37,6 +40,8 @@ public:
 
 private:
     void buildMenus();
+    QAction* addMenuAction(QMenu* menu, const QString& text, const QKeySequence& shortcut,
+                           const std::function<void()>& run);
     void openDialog();
     void saveAsDialog();
     void pictureDialog();

@@ -253,7 +253,8 @@ void Script::placeAndDelete()
     // The key goes to the view, as after a click on it (the menu had the focus).
     m_view.activateWindow();
     m_view.setFocus();
-    QTest::qWait(20);
+    check(QTest::qWaitFor([this] { return m_view.hasFocus() && !m_window.figureMenu()->isVisible(); }, 2000),
+          QStringLiteral("the view has the keyboard again once the menu is gone"));
     QTest::keyClick(&m_view, Qt::Key_Delete);
     check(m_host.figureSlots().size() == before && m_document.kind(placed).isEmpty(),
           QStringLiteral("Delete removes the selected figure"));

@@ -12,7 +12,12 @@ namespace {
 QString shown(double value)
 {
     // The shortest text that reads back as the same number, so a value just past a
-    // bound shows why it was refused.
+    // bound shows why it was refused; in plain notation where a person would write it
+    // (Qt 5 and Qt 6 choose exponents differently for 'g').
+    const double magnitude = std::fabs(value);
+    if (magnitude >= 1e-4 && magnitude < 1e15) {
+        return QString::number(value, 'f', QLocale::FloatingPointShortest);
+    }
     return QString::number(value, 'g', QLocale::FloatingPointShortest);
 }
 
