@@ -21,7 +21,7 @@ using namespace Tavrin::render;
 namespace {
 
 // A figure of `kind` with its first vertex count, in a grid the counts cannot cross.
-QJsonObject figureOf(const KindSpec& kind)
+QJsonObject figureOf(const KindSchema& kind)
 {
     QJsonArray vertices;
     const int count = kind.vertices.front().min;
@@ -39,7 +39,7 @@ struct Probe {
     QJsonValue refused;
 };
 
-Probe probeOf(const FieldSpec& f)
+Probe probeOf(const FieldSchema& f)
 {
     switch (f.type) {
     case FieldType::Flag:
@@ -87,10 +87,10 @@ QString parseError(const QJsonObject& figure)
 TEST(SceneSchema, EveryFieldIsReadByItsRule)
 {
     ASSERT_EQ(sceneKinds().size(), 16u);
-    for (const KindSpec& kind : sceneKinds()) {
+    for (const KindSchema& kind : sceneKinds()) {
         EXPECT_NE(findFigureKind(QLatin1String(kind.name)), nullptr) << kind.name;
         EXPECT_EQ(parseError(figureOf(kind)), QString()) << kind.name;
-        for (const FieldSpec& f : kind.fields) {
+        for (const FieldSchema& f : kind.fields) {
             const Probe probe = probeOf(f);
             const QString where = QStringLiteral("%1.%2").arg(QLatin1String(kind.name), QLatin1String(f.key));
             for (const QJsonValue& accepted : {probe.low, probe.high}) {
@@ -112,12 +112,12 @@ TEST(SceneSchema, EveryFieldIsReadByItsRule)
 
 TEST(SceneSchema, VertexCountsAreTheReadersRule)
 {
-    for (const KindSpec& kind : sceneKinds()) {
-        const VertexSpec& first = kind.vertices.front();
+    for (const KindSchema& kind : sceneKinds()) {
+        const VertexCount& first = kind.vertices.front();
         QJsonObject figure = figureOf(kind);
         QJsonArray vertices = figure.value(QStringLiteral("vertices")).toArray();
         int most = 0;
-        for (const VertexSpec& v : kind.vertices) {
+        for (const VertexCount& v : kind.vertices) {
             most = std::max(most, v.max);
         }
         while (vertices.size() <= most) {

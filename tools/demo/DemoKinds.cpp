@@ -104,8 +104,8 @@ const std::vector<Kind>& kinds()
     static const std::vector<Kind> all = [] {
         std::vector<Kind> list;
         for (const auto& c : kClicks) {
-            const render::KindSpec* spec = render::findKindSpec(QLatin1String(c.name));
-            list.push_back(Kind{c.name, c.minClicks, c.maxClicks, spec != nullptr ? spec->fields : std::vector<Option>{}});
+            const render::KindSchema* schema = render::findKindSchema(QLatin1String(c.name));
+            list.push_back(Kind{c.name, c.minClicks, c.maxClicks, schema != nullptr ? schema->fields : std::vector<Option>{}});
         }
         return list;
     }();

@@ -22,7 +22,7 @@ namespace demo {
 /// offers exactly the fields the reader reads, with their choices and ranges. An option
 /// absent from a figure's entry keeps the class's own initial value.
 using OptionType = render::FieldType;
-using Option = render::FieldSpec;
+using Option = render::FieldSchema;
 
 struct Kind {
     const char* name;

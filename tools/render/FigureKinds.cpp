@@ -32,32 +32,32 @@ using Vertices = std::vector<tagTAVRIN_POINT>;
 // ---- Fields, read by the rules the schema gives them. ---------------------------------
 
 /// The schema of the kind being built.
-const KindSpec& kindOf(const FigureBuilder& b)
+const KindSchema& kindOf(const FigureBuilder& b)
 {
-    static const KindSpec none{"", KindGroup::Region, {}, {}};
-    const KindSpec* spec = findKindSpec(b.kind());
-    return spec != nullptr ? *spec : none;
+    static const KindSchema none{"", KindGroup::Region, {}, {}};
+    const KindSchema* schema = findKindSchema(b.kind());
+    return schema != nullptr ? *schema : none;
 }
 
-const FieldSpec& fieldOf(const FigureBuilder& b, const char* key) { return kindOf(b).field(key); }
+const FieldSchema& fieldOf(const FigureBuilder& b, const char* key) { return kindOf(b).field(key); }
 
 std::optional<bool> flag(FigureBuilder& b, const char* key) { return b.fields().flag(fieldOf(b, key).key); }
 
 std::optional<int> choice(FigureBuilder& b, const char* key)
 {
-    const FieldSpec& f = fieldOf(b, key);
+    const FieldSchema& f = fieldOf(b, key);
     return b.fields().choice(f.key, f.choices);
 }
 
 std::optional<int> integer(FigureBuilder& b, const char* key)
 {
-    const FieldSpec& f = fieldOf(b, key);
+    const FieldSchema& f = fieldOf(b, key);
     return b.fields().integer(f.key, f.min, f.max);
 }
 
 std::optional<QByteArray> text(FigureBuilder& b, const char* key)
 {
-    const FieldSpec& f = fieldOf(b, key);
+    const FieldSchema& f = fieldOf(b, key);
     return b.fields().text(f.key, f.max);
 }
 
@@ -67,7 +67,7 @@ std::optional<tagTAVRIN_POINT> point(FigureBuilder& b, const char* key) { return
 
 std::optional<std::vector<float>> numbers(FigureBuilder& b, const char* key)
 {
-    const FieldSpec& f = fieldOf(b, key);
+    const FieldSchema& f = fieldOf(b, key);
     return b.fields().numbers(f.key, f.max, 0.0, 1.0);
 }
 
@@ -86,11 +86,11 @@ std::optional<std::pair<tagTAVRIN_POINT, tagTAVRIN_POINT>> pointPair(FigureBuild
 /// The vertices in the kind's mode `mode` (an index into its vertex counts).
 Vertices vertices(FigureBuilder& b, std::size_t mode = 0)
 {
-    const std::vector<VertexSpec>& counts = kindOf(b).vertices;
+    const std::vector<VertexCount>& counts = kindOf(b).vertices;
     if (mode >= counts.size()) {
         return b.vertices(0, 0);
     }
-    const VertexSpec& v = counts[mode];
+    const VertexCount& v = counts[mode];
     return b.vertices(v.min, v.max, QLatin1String(v.mode));
 }
 
@@ -248,7 +248,7 @@ void setupPdcRule(FigureBuilder& b)
 void setupSizeFilter(FigureBuilder& b)
 {
     // Either count of the schema's two, nothing between them.
-    const std::vector<VertexSpec>& counts = kindOf(b).vertices;
+    const std::vector<VertexCount>& counts = kindOf(b).vertices;
     const QString phrase = QStringLiteral("%1 vertices (a diagonal) or %2 (the corners)")
                                .arg(counts.front().min)
                                .arg(counts.back().max);

@@ -7,37 +7,37 @@ namespace render {
 
 namespace {
 
-FieldSpec flag(const char* key, const char* setter, const char* note = "")
+FieldSchema flag(const char* key, const char* setter, const char* note = "")
 {
-    return FieldSpec{key, FieldType::Flag, {}, 0, 0, setter, note};
+    return FieldSchema{key, FieldType::Flag, {}, 0, 0, setter, note};
 }
-FieldSpec choice(const char* key, std::vector<Choice> choices, const char* setter, const char* note = "")
+FieldSchema choice(const char* key, std::vector<Choice> choices, const char* setter, const char* note = "")
 {
-    return FieldSpec{key, FieldType::Choice, std::move(choices), 0, 0, setter, note};
+    return FieldSchema{key, FieldType::Choice, std::move(choices), 0, 0, setter, note};
 }
-FieldSpec integer(const char* key, int min, int max, const char* setter, const char* note = "")
+FieldSchema integer(const char* key, int min, int max, const char* setter, const char* note = "")
 {
-    return FieldSpec{key, FieldType::Integer, {}, min, max, setter, note};
+    return FieldSchema{key, FieldType::Integer, {}, min, max, setter, note};
 }
-FieldSpec text(const char* key, int max, const char* setter)
+FieldSchema text(const char* key, int max, const char* setter)
 {
-    return FieldSpec{key, FieldType::Text, {}, 0, max, setter, ""};
+    return FieldSchema{key, FieldType::Text, {}, 0, max, setter, ""};
 }
-FieldSpec colour(const char* key, const char* setter, const char* note = "")
+FieldSchema colour(const char* key, const char* setter, const char* note = "")
 {
-    return FieldSpec{key, FieldType::Colour, {}, 0, 0, setter, note};
+    return FieldSchema{key, FieldType::Colour, {}, 0, 0, setter, note};
 }
-FieldSpec point(const char* key, const char* setter)
+FieldSchema point(const char* key, const char* setter)
 {
-    return FieldSpec{key, FieldType::Point, {}, 0, 0, setter, ""};
+    return FieldSchema{key, FieldType::Point, {}, 0, 0, setter, ""};
 }
-FieldSpec pointPair(const char* key, const char* setter, const char* note = "")
+FieldSchema pointPair(const char* key, const char* setter, const char* note = "")
 {
-    return FieldSpec{key, FieldType::PointPair, {}, 0, 0, setter, note};
+    return FieldSchema{key, FieldType::PointPair, {}, 0, 0, setter, note};
 }
-FieldSpec numbers(const char* key, int max, const char* setter)
+FieldSchema numbers(const char* key, int max, const char* setter)
 {
-    return FieldSpec{key, FieldType::Numbers, {}, 0, max, setter, ""};
+    return FieldSchema{key, FieldType::Numbers, {}, 0, max, setter, ""};
 }
 
 const std::vector<Choice> kRuleTypes = {{"region", 0}, {"line", 1}, {"brokenLine", 2}};
@@ -47,12 +47,12 @@ const std::vector<Choice> kItcLineTypes = {{"default", 0}, {"green", 1}};
 const std::vector<Choice> kFilterTypes = {{"rect", 0}, {"square", 1}};
 const std::vector<Choice> kCaliTypes = {{"line", 0}, {"vertical", 1}};
 
-KindSpec region(const char* name, int maxVertices)
+KindSchema region(const char* name, int maxVertices)
 {
-    return KindSpec{name, KindGroup::Region, {{3, maxVertices, "", ""}}, {flag("closed", "SetClosed", "default true")}};
+    return KindSchema{name, KindGroup::Region, {{3, maxVertices, "", ""}}, {flag("closed", "SetClosed", "default true")}};
 }
 
-std::vector<KindSpec> buildKinds()
+std::vector<KindSchema> buildKinds()
 {
     return {
         region("ShieldRegion", 10),
@@ -110,7 +110,7 @@ std::vector<KindSpec> buildKinds()
 
 QString code(const QString& text) { return QLatin1Char('`') + text + QLatin1Char('`'); }
 
-QString setterText(const FieldSpec& f)
+QString setterText(const FieldSchema& f)
 {
     QString out = code(QLatin1String(f.setter));
     if (*f.note != '\0') {
@@ -120,7 +120,7 @@ QString setterText(const FieldSpec& f)
 }
 
 // One field as the document's Options column states it.
-QString fieldText(const FieldSpec& f)
+QString fieldText(const FieldSchema& f)
 {
     const QString key = code(QLatin1String(f.key));
     switch (f.type) {
@@ -149,10 +149,10 @@ QString fieldText(const FieldSpec& f)
     return key;
 }
 
-QString verticesText(const KindSpec& k)
+QString verticesText(const KindSchema& k)
 {
     QStringList modes;
-    for (const VertexSpec& v : k.vertices) {
+    for (const VertexCount& v : k.vertices) {
         QString count = *v.text != '\0' ? QLatin1String(v.text)
                         : v.min == v.max ? QString::number(v.min)
                                          : QStringLiteral("%1 to %2").arg(v.min).arg(v.max);
@@ -163,10 +163,10 @@ QString verticesText(const KindSpec& k)
 
 }  // namespace
 
-const FieldSpec& KindSpec::field(const char* key) const
+const FieldSchema& KindSchema::field(const char* key) const
 {
-    static const FieldSpec unknown{"?", FieldType::Flag, {}, 0, 0, "", ""};
-    for (const FieldSpec& f : fields) {
+    static const FieldSchema unknown{"?", FieldType::Flag, {}, 0, 0, "", ""};
+    for (const FieldSchema& f : fields) {
         if (QLatin1String(f.key) == QLatin1String(key)) {
             return f;
         }
@@ -174,15 +174,15 @@ const FieldSpec& KindSpec::field(const char* key) const
     return unknown;
 }
 
-const std::vector<KindSpec>& sceneKinds()
+const std::vector<KindSchema>& sceneKinds()
 {
-    static const std::vector<KindSpec> kinds = buildKinds();
+    static const std::vector<KindSchema> kinds = buildKinds();
     return kinds;
 }
 
-const KindSpec* findKindSpec(const QString& name)
+const KindSchema* findKindSchema(const QString& name)
 {
-    for (const KindSpec& k : sceneKinds()) {
+    for (const KindSchema& k : sceneKinds()) {
         if (name == QLatin1String(k.name)) {
             return &k;
         }
@@ -200,12 +200,12 @@ QString kindTablesMarkdown()
     for (const auto& g : groups) {
         out << QStringLiteral("### %1").arg(QLatin1String(g.title)) << QString()
             << QStringLiteral("| Kind | Vertices | Options |") << QStringLiteral("|---|---|---|");
-        for (const KindSpec& k : sceneKinds()) {
+        for (const KindSchema& k : sceneKinds()) {
             if (k.group != g.group) {
                 continue;
             }
             QStringList fields;
-            for (const FieldSpec& f : k.fields) {
+            for (const FieldSchema& f : k.fields) {
                 fields << fieldText(f);
             }
             out << QStringLiteral("| %1 | %2 | %3 |")

@@ -19,7 +19,7 @@ namespace render {
 
 enum class FieldType { Flag, Choice, Integer, Text, Colour, Point, PointPair, Numbers };
 
-struct FieldSpec {
+struct FieldSchema {
     const char* key;
     FieldType type;
     /// Choice: the names and values accepted.
@@ -35,7 +35,7 @@ struct FieldSpec {
 
 /// One vertex count of a kind: `min` to `max`, in the mode `mode` names ("" when the kind
 /// has one mode; "of rule type line", "in line mode", as refusals qualify the kind).
-struct VertexSpec {
+struct VertexCount {
     int min;
     int max;
     const char* mode;
@@ -46,22 +46,22 @@ struct VertexSpec {
 
 enum class KindGroup { Region, Rule, Calibration };
 
-struct KindSpec {
+struct KindSchema {
     const char* name;
     KindGroup group;
-    std::vector<VertexSpec> vertices;
-    std::vector<FieldSpec> fields;
+    std::vector<VertexCount> vertices;
+    std::vector<FieldSchema> fields;
 
     /// The field called `key`; a kind's code asks only for its own fields (the schema
     /// test reads every one), so an unknown key is a programming error: it yields an
     /// empty Flag field named "?" that no file can give.
-    const FieldSpec& field(const char* key) const;
+    const FieldSchema& field(const char* key) const;
 };
 
 /// The sixteen kinds in the format document's order.
-const std::vector<KindSpec>& sceneKinds();
+const std::vector<KindSchema>& sceneKinds();
 /// The kind called `name`, or null.
-const KindSpec* findKindSpec(const QString& name);
+const KindSchema* findKindSchema(const QString& name);
 
 /// The format document's field tables ("### Regions" ... "### Calibration figures"), as
 /// Markdown generated from the table.

@@ -227,8 +227,8 @@ QString figureText(const QJsonObject& figure)
 {
     QStringList first = {QStringLiteral("comment"), QStringLiteral("kind"), QStringLiteral("vertices"),
                          QStringLiteral("label"),   QStringLiteral("status"), QStringLiteral("selected")};
-    if (const KindSpec* kind = findKindSpec(figure.value(QStringLiteral("kind")).toString())) {
-        for (const FieldSpec& field : kind->fields) {
+    if (const KindSchema* kind = findKindSchema(figure.value(QStringLiteral("kind")).toString())) {
+        for (const FieldSchema& field : kind->fields) {
             first << QLatin1String(field.key);
         }
     }
