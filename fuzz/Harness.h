@@ -14,6 +14,7 @@
 #include <Tavrin/TavrinTypes.h>
 #include <Tavrin/TriangleMesh.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <vector>
@@ -93,6 +94,21 @@ inline bool properRectangle(const Snapshot& s)
 {
     const tagTAVRIN_POINT* c = s.points;
     return s.count == 4 && c[0].y == c[1].y && c[1].x == c[2].x && c[2].y == c[3].y && c[3].x == c[0].x;
+}
+
+/// The vertices read back through `getPoints(buffer, &count)` into a buffer of exactly
+/// `capacity` entries: always accepted, never more than the figure holds.
+template <class GetPoints>
+Snapshot readBack(unsigned capacity, GetPoints getPoints)
+{
+    Snapshot s;
+    std::vector<tagTAVRIN_POINT> buffer(capacity);
+    unsigned count = 0;
+    s.ok = getPoints(buffer.data(), &count);
+    FUZZ_CHECK(s.ok && count <= capacity, "GetPoints fills a valid buffer with what the figure holds");
+    s.count = count;
+    std::copy(buffer.begin(), buffer.begin() + count, s.points);
+    return s;
 }
 
 /// A drag vector the library accepts as finite.

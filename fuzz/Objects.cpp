@@ -168,15 +168,9 @@ struct Host {
 
 Snapshot snapshot(const Tracked& t)
 {
-    Snapshot s;
-    std::vector<tagTAVRIN_POINT> buffer(capacity(t.kind));
-    unsigned count = 0;
-    s.ok = withTyped(t.kind, t.obj, [&](auto* o) { return o->GetPoints(buffer.data(), &count); });
-    FUZZ_CHECK(s.ok, "GetPoints with valid buffers succeeds");
-    FUZZ_CHECK(count <= capacity(t.kind), "GetPoints reports no more than the class holds");
-    s.count = count;
-    std::copy(buffer.begin(), buffer.begin() + count, s.points);
-    return s;
+    return readBack(capacity(t.kind), [&](tagTAVRIN_POINT* points, unsigned* count) {
+        return withTyped(t.kind, t.obj, [&](auto* o) { return o->GetPoints(points, count); });
+    });
 }
 
 // How many reported vertices belong to the figure itself: an ITCLine reports the count
