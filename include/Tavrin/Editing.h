@@ -8,6 +8,8 @@
 
 #include <Tavrin/VcaObject.h>
 
+#include <vector>
+
 namespace Tavrin {
 
 /// How many vertices a kind takes in its current mode, and whether its outline closes back
@@ -55,6 +57,15 @@ TAVRIN_API EdgeHit HitEdge(VcaObject* object, const tagTAVRIN_POINT& cursor, int
 /// refused whole). True when the vertices moved; false for a refusal, a view without size
 /// or a non-finite offset.
 TAVRIN_API bool Nudge(VcaObject* object, float dxPixels, float dyPixels, int width, int height);
+
+/// The figure's vertices as its class's `GetPoints` reports them, whatever the class (as
+/// many as the kind holds in its current mode: two for a line, four for a size filter);
+/// empty for null or an object of a class the library does not define.
+TAVRIN_API std::vector<tagTAVRIN_POINT> GetVertices(VcaObject* object);
+
+/// The registry's occupied slots in ascending order, which is the order a host that draws
+/// them one after another draws them in. Empty when there is no registry; never creates one.
+TAVRIN_API std::vector<int> GetOccupiedSlots();
 
 }  // namespace Tavrin
 

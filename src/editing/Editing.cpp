@@ -1,6 +1,7 @@
 #include <Tavrin/Editing.h>
 
 #include "editing/FigureKind.h"
+#include "editing/RegistryAccess.h"
 
 #include <cmath>
 #include <cstring>
@@ -129,6 +130,34 @@ bool Nudge(VcaObject* object, float dxPixels, float dyPixels, int width, int hei
     const std::vector<tagTAVRIN_POINT> before = editing::pointsOf(object);
     object->Move(from, to);
     return !sameVertices(before, editing::pointsOf(object));
+}
+
+std::vector<tagTAVRIN_POINT> GetVertices(VcaObject* object)
+{
+    try {
+        return object == nullptr ? std::vector<tagTAVRIN_POINT>() : editing::pointsOf(object);
+    } catch (...) {
+        return {};
+    }
+}
+
+std::vector<int> GetOccupiedSlots()
+{
+    std::vector<int> out;
+    std::vector<std::pair<int, VcaObject*>> slots;
+    try {
+        slots = RegistryAccess::occupiedSlots();
+        out.reserve(slots.size());
+    } catch (...) {
+        // Without memory for the answer, an empty one; the references taken are released below.
+    }
+    for (const auto& slot : slots) {
+        if (out.capacity() > out.size()) {
+            out.push_back(slot.first);
+        }
+        slot.second->ReleaseRef();
+    }
+    return out;
 }
 
 }  // namespace Tavrin

@@ -310,9 +310,25 @@ TEST(Diagnostics, SceneHintsNameEachProblemOnce)
         {outside, -1, SceneHintCode::OutsidePicture},
     };
     EXPECT_EQ(got, expected);
+    EXPECT_EQ(GetOccupiedSlots(), (std::vector<int>{shield, wire, crossed, flat, dot, outside}));
+    registry->DelVcaObject(wire);
+    EXPECT_EQ(GetOccupiedSlots(), (std::vector<int>{shield, crossed, flat, dot, outside}));
+    EXPECT_TRUE(same(GetVertices(lane.get()), {pt(0.7f, 0.7f), pt(1.5f, 0.7f), pt(0.9f, 0.9f)}));
     VcaObjectContainer::Release();
     EXPECT_TRUE(GetSceneHints().empty());
-    VcaObjectContainer::Release();
+    EXPECT_TRUE(GetOccupiedSlots().empty());
+    EXPECT_FALSE(VcaObjectContainer::Release()) << "reading the slots made a registry";
+}
+
+// Whatever the class: a line's two ends, a size filter's four corners, nothing for null.
+TEST(Editing, GetVerticesReadsAnyClass)
+{
+    const Points line = {pt(0.3f, 0.3f), pt(0.5f, 0.5f)};
+    Owned<VcaRule> rule(ruleOfType(TAVRIN_RULE_LINE, line));
+    EXPECT_TRUE(same(GetVertices(rule.get()), line));
+    Owned<SizeFilter> filter = with<SizeFilter>(kSquare);
+    EXPECT_TRUE(same(GetVertices(filter.get()), kSquare));
+    EXPECT_TRUE(GetVertices(nullptr).empty());
 }
 
 // The sides a track crosses are the sides the figure draws its marks on, in both looks (a
