@@ -15,6 +15,9 @@ cmake -S "$here" -B "$work/cmake" -DCMAKE_PREFIX_PATH="$prefix" -DTAVRIN_QT_MAJO
 cmake --build "$work/cmake" >/dev/null
 LD_LIBRARY_PATH="$prefix/lib:$prefix/lib64:${LD_LIBRARY_PATH:-}" "$work/cmake/consumer"
 LD_LIBRARY_PATH="$prefix/lib:$prefix/lib64:${LD_LIBRARY_PATH:-}" "$work/cmake/painter-consumer"
+if [ "$major" = 6 ]; then
+  LD_LIBRARY_PATH="$prefix/lib:$prefix/lib64:${LD_LIBRARY_PATH:-}" QT_QPA_PLATFORM=offscreen "$work/cmake/quick-consumer"
+fi
 
 pcdir=$(dirname "$(find "$prefix" -name "tavrin$suffix.pc" | head -n1)")
 export PKG_CONFIG_PATH="$pcdir:${PKG_CONFIG_PATH:-}"
