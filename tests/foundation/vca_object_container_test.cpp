@@ -25,6 +25,7 @@ TEST(Registry, SlotsHoldReferencesUntilDeletedOrReleased)
     EXPECT_FALSE(registry->DelVcaObject(0));  // already emptied
     EXPECT_EQ(registry->AddVcaObject(b), 0);
     EXPECT_EQ(registry->GetVcaObject(0), b);
+    EXPECT_FALSE(registry->DelVcaObject(2) || registry->DelVcaObject(-1));  // past either end
     a->ReleaseRef();
     EXPECT_TRUE(registry->DelVcaObject(1));  // the last reference is dropped inside Del
     EXPECT_EQ(TestObject::live(), before + 1);

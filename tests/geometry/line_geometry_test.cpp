@@ -71,6 +71,10 @@ TEST(LineGeometryCalibration, SegmentsFeetAndArrowEnds)
     EXPECT_NEAR(out[0].x, 0.0f, 1e32f);
     EXPECT_EQ(out[0].y, 0.5f);
     EXPECT_POINT_NEAR(out[1], -3e38f, 0.5f, 0.0);
+    g::segmentFromLeftEnd(pt(-3e38f, 0.2f), pt(3e38f, 0.6f), 6e38, 3e38, out);  // the left end given first
+    EXPECT_POINT_NEAR(out[0], -3e38f, 0.2f, 0.0);
+    EXPECT_NEAR(out[1].x, 0.0f, 1e32f);
+    EXPECT_NEAR(out[1].y, 0.4f, 1e-6f);
     g::segmentFromLeftEnd(pt(-3e38f, 0.5f), pt(3e38f, 0.1f), std::numeric_limits<double>::infinity(), 100.0, out);
     EXPECT_TRUE(samePoints(Points(out, out + 2), {pt(-3e38f, 0.5f), pt(-3e38f, 0.5f)}));
     // An exactly horizontal line projects onto y1 even when it is very short; a short
@@ -78,6 +82,8 @@ TEST(LineGeometryCalibration, SegmentsFeetAndArrowEnds)
     EXPECT_POINT_NEAR(g::footOnLine(pt(0.5f, 0.5f), pt(0.50005f, 0.5f), pt(0.7f, 0.1f)), 0.7f, 0.5f, 0.0);
     EXPECT_POINT_NEAR(g::footOnLine(pt(0.5f, 0.5f), pt(0.50005f, 0.6f), pt(0.7f, 0.1f)), 0.5f, 0.1f, 0.0);
     EXPECT_POINT_NEAR(g::footOnLine(pt(0.5f, 0.5f), pt(0.5f, 0.5f), pt(0.7f, 0.1f)), 0.5f, 0.1f, 0.0);
+    // A run of 0.00015 is no longer vertical: the foot is the true perpendicular one.
+    EXPECT_POINT_NEAR(g::footOnLine(pt(0.5f, 0.5f), pt(0.50015f, 0.6f), pt(0.7f, 0.1f)), 0.4994003f, 0.100301f, 1e-6);
     tagTAVRIN_POINT end = pt(9, 9);
     EXPECT_FALSE(g::directionArrowEnd(pt(0.2f, 0.5f), pt(0.6f, 0.5f), pt(0.4f, 0.5f), pt(0.4f, 0.4f), 0, 0, end));
     // A rise too steep for single precision gives no finite end.

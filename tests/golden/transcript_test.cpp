@@ -231,7 +231,8 @@ void drags(Transcript& t, T& f)
                           {at(0.5f, 0.5f), at(0.78f, 0.5f), "move right 0.28"},
                           {at(0.5f, 0.5f), at(0.5f, 0.22f), "move up 0.28"},
                           {at(0.5f, 0.5f), at(0.22f, 0.5f), "move left 0.28"},
-                          {at(0.5f, 0.5f), at(nan, 0.5f), "move to NaN"}};
+                          {at(0.5f, 0.5f), at(nan, 0.5f), "move to NaN"},
+                          {at(0.5f, 0.5f), at(3e38f, 0.5f), "move by 3e38"}};
     for (Drag d : whole) {
         f.Move(d.from, d.to);
         readBack(t, f, d.what);
@@ -279,7 +280,8 @@ void labelText(Transcript& t, VcaObject& f)
             line += c == '\0' ? '_' : c;
         }
     }
-    t.say(line, f.GetLabelText(nullptr, 4) || f.GetLabelText(line.data(), 0) ? " null accepted" : "");
+    t.say(line, f.GetLabelText(nullptr, 4) || f.GetLabelText(line.data(), 0) ? " null accepted" : "",
+          f.SetLabelText(line.data(), 0) ? " empty label accepted" : "");
 }
 
 void calibrationCalls(Transcript& t, VcaObject& f)
@@ -310,12 +312,15 @@ void refusals(Transcript& t, T& f)
     tagTAVRIN_POINT withNaN[3] = {at(0.3f, 0.3f), at(std::nanf(""), 0.4f), at(0.4f, 0.5f)};
     tagTAVRIN_POINT out[20] = {};
     unsigned int count = 0;
-    t.say("refusals: null ", f.SetPoints(nullptr, 2), " 21 ", f.SetPoints(many, 21), " 11 ", f.SetPoints(many, 11),
+    t.say("refusals: null ", f.SetPoints(nullptr, 2), f.SetPoints(nullptr, 1), " 21 ", f.SetPoints(many, 21),
+          " 11 ", f.SetPoints(many, 11),
           " NaN ", f.SetPoints(withNaN, 3), " get ", f.GetPoints(nullptr, &count), f.GetPoints(out, nullptr));
     readBack(t, f, "after refusals");
     tagTAVRIN_POINT zeros[3] = {};
     t.say("zeros ", f.SetPoints(zeros, 3));
     readBack(t, f, "zeros");
+    t.say("ten ", f.SetPoints(many, 10));
+    readBack(t, f, "ten");
     const bool emptied = f.SetPoints(many, 0);
     readBack(t, f, emptied ? "emptied" : "empty refused");
     draw(t, f, 640, 480);
@@ -330,6 +335,7 @@ void exerciseShape(Transcript& t, T& f, void (*extra)(Transcript&, T&) = nullptr
     const int h = 480;
     f.SetWndSize(w, h);
     readBack(t, f, "set");
+    t.say("closed ", f.GetClosed());
     for (tagTAVRIN_OBJ_STATUS s :
          {TAVRIN_OBJ_STATUS_NORMAL, TAVRIN_OBJ_STATUS_SELECTED, TAVRIN_OBJ_STATUS_HIGHLIGHTED}) {
         f.SetObjStatus(s);
@@ -357,6 +363,8 @@ void exercise(Transcript& t, T& f)
         labelText(tr, o);
         calibrationCalls(tr, o);
     });
+    tagTAVRIN_POINT cali[2] = {at(0.4f, 0.4f), at(0.5f, 0.45f)};
+    t.say("cali set: null ", f.SetPDCCaliPoint(nullptr, 2), " two ", f.SetPDCCaliPoint(cali, 2));
 }
 
 template <class T>
@@ -623,6 +631,9 @@ void primitive(Transcript& t, std::initializer_list<tagTAVRIN_POINT> points)
         f.setP1(Point(&a));
         f.setP2(Point(&b));
         readBack(t, f, "ends");
+        tagTAVRIN_POINT nan = at(std::nanf(""), 0.5f);
+        t.say("line refusals: arrow NaN ", f.SetArrowPoints(nan, b), f.SetArrowPoints(a, nan), " cali three ",
+              f.SetPDCCaliPoints(three, 3), " cali null ", f.SetPDCCaliPoints(nullptr, 2));
         std::vector<tagTAVRIN_POINT> ends = {at(0.15f, 0.25f), at(0.35f, 0.45f)};
         Line source(ends.data(), 2);
         static_cast<Line&>(f) = source;
@@ -733,6 +744,8 @@ const Case kCases[] = {
     {"PdcRuleLine", [](Transcript& t) { pdcRule(t, true, false); }, true},
     {"PdcRuleLineCalibration", [](Transcript& t) { pdcRule(t, true, true); }, false},
     {"PdcRuleCalibrationUnset", [](Transcript& t) { pdcRule(t, true, true, {}); }, false},
+    {"PdcRuleCalibrationFromOrigin",
+     [](Transcript& t) { pdcRule(t, true, true, {at(0.0f, 0.0f), at(0.5f, 0.62f)}); }, false},
     {"PdcRuleCalibrationVertical",
      [](Transcript& t) { pdcRule(t, true, true, {at(0.5f, 0.3f), at(0.5f, 0.6f)}, {at(0.5f, 0.2f), at(0.5f, 0.8f)}); },
      false},
