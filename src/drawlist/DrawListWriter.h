@@ -30,6 +30,7 @@ public:
     static void endFigure(DrawList& list);
 
     static void setColor(DrawList& list, DrawList::Color color);
+    static DrawList::Color color(const DrawList& list) { return list.m_color; }
     static void setLineWidth(DrawList& list, float width);
     static void setPointSize(DrawList& list, float size);
 

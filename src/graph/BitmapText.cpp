@@ -60,13 +60,14 @@ std::size_t glyphRunLength(const char* text, std::size_t maxBytes)
     return n;
 }
 
-void drawGlyphRun(const char* text, std::size_t maxBytes, TextPlacement placement)
+void drawShiftedGlyphRun(const char* text, std::size_t maxBytes, TextPlacement placement, RasterMove shift)
 {
     const std::size_t count = glyphRunLength(text, maxBytes);
     if (count == 0) {
         return;
     }
-    const RasterMove start = glyphRunStart(placement, count);
+    const RasterMove run = glyphRunStart(placement, count);
+    const RasterMove start{run.dx + shift.dx, run.dy + shift.dy};
     moveRaster(start.dx, start.dy);
     for (std::size_t i = 0; i < count; ++i) {
         drawGlyph(static_cast<unsigned char>(text[i]));
@@ -74,6 +75,11 @@ void drawGlyphRun(const char* text, std::size_t maxBytes, TextPlacement placemen
     // Back to the position the run started from: the raster position is left as the
     // text calls without glyphs leave it.
     moveRaster(-(start.dx + static_cast<int>(count) * font::kCellWidth), -start.dy);
+}
+
+void drawGlyphRun(const char* text, std::size_t maxBytes, TextPlacement placement)
+{
+    drawShiftedGlyphRun(text, maxBytes, placement, RasterMove{0, 0});
 }
 
 }  // namespace gl

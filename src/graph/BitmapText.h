@@ -47,6 +47,14 @@ RasterMove glyphRunStart(TextPlacement placement, std::size_t count);
 /// is clipped pixel by pixel.
 void drawGlyphRun(const char* text, std::size_t maxBytes, TextPlacement placement);
 
+/// The one-pixel offsets a glyph run's outline is drawn at: the eight neighbours of its
+/// place, left to right and bottom to top.
+constexpr RasterMove kOutlineOffsets[8] = {{-1, -1}, {0, -1}, {1, -1}, {-1, 0},
+                                           {1, 0},   {-1, 1}, {0, 1},  {1, 1}};
+
+/// drawGlyphRun with every glyph moved by `shift` pixels.
+void drawShiftedGlyphRun(const char* text, std::size_t maxBytes, TextPlacement placement, RasterMove shift);
+
 }  // namespace gl
 }  // namespace Tavrin
 

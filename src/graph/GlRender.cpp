@@ -10,6 +10,10 @@ namespace gl {
 
 namespace {
 
+// The colour setColor last gave OpenGL on this thread: the text colour, which an
+// outline's dark passes must put back.
+thread_local DrawList::Color t_color{255, 255, 255, 255};
+
 std::uint8_t smoothingBitsOf(Smoothing smoothing)
 {
     switch (smoothing) {
@@ -82,6 +86,7 @@ RenderScope::~RenderScope()
         return;
     }
     glColor4ub(255, 255, 255, 255);
+    t_color = DrawList::Color{255, 255, 255, 255};
     glDisable(GL_BLEND);
     switch (m_smoothing) {
     case Smoothing::Point:
@@ -108,6 +113,7 @@ void setColor(unsigned int rgb, unsigned char alpha)
         DrawListWriter::setColor(*list, DrawList::Color{r, g, b, alpha});
         return;
     }
+    t_color = DrawList::Color{r, g, b, alpha};
     glColor4ub(r, g, b, alpha);
 }
 
@@ -197,6 +203,24 @@ void callPerCharacter(GLuint list, const char* text)
     }
 }
 
+// The glyphs of one run anchored at `at`, the raster position already there in the text
+// colour. With the outline on, the run is first drawn in black at each one-pixel offset,
+// each time from the anchor again, and then the text colour and the anchor are restored.
+void glyphsAt(const tagTAVRIN_POINT& at, const char* text, std::size_t maxBytes, TextPlacement placement)
+{
+    if (TextRendering::IsOutlined() && glyphRunLength(text, maxBytes) > 0) {
+        const DrawList::Color c = t_color;
+        glColor4ub(0, 0, 0, c.a);
+        for (const RasterMove& offset : kOutlineOffsets) {
+            rasterAt(at);
+            drawShiftedGlyphRun(text, maxBytes, placement, offset);
+        }
+        glColor4ub(c.r, c.g, c.b, c.a);
+        rasterAt(at);
+    }
+    drawGlyphRun(text, maxBytes, placement);
+}
+
 // One mark: its raster position and one list call per character, then, when text is
 // rendered, its glyph centred there.
 void sideMark(GLuint list, const tagTAVRIN_POINT& at, const char* mark, bool glyphs)
@@ -204,11 +228,12 @@ void sideMark(GLuint list, const tagTAVRIN_POINT& at, const char* mark, bool gly
     rasterAt(at);
     callPerCharacter(list, mark);
     if (glyphs) {
-        drawGlyphRun(mark, 1, TextPlacement::Centred);
+        glyphsAt(at, mark, 1, TextPlacement::Centred);
     }
 }
 
-// The glyphs a text call draws, into a list: nothing when text rendering is off.
+// The glyphs a text call draws, into a list: nothing when text rendering is off; with the
+// outline on, its eight dark runs first.
 void captureText(DrawList& list, const tagTAVRIN_POINT& at, const char* text, std::size_t maxBytes,
                  TextPlacement placement)
 {
@@ -217,7 +242,16 @@ void captureText(DrawList& list, const tagTAVRIN_POINT& at, const char* text, st
         return;
     }
     const RasterMove start = glyphRunStart(placement, count);
-    DrawListWriter::addText(list, geometry::glPointOf(at), start.dx, start.dy, text, count);
+    const geometry::GlPoint anchor = geometry::glPointOf(at);
+    if (TextRendering::IsOutlined()) {
+        const DrawList::Color c = DrawListWriter::color(list);
+        DrawListWriter::setColor(list, DrawList::Color{0, 0, 0, c.a});
+        for (const RasterMove& offset : kOutlineOffsets) {
+            DrawListWriter::addText(list, anchor, start.dx + offset.dx, start.dy + offset.dy, text, count);
+        }
+        DrawListWriter::setColor(list, c);
+    }
+    DrawListWriter::addText(list, anchor, start.dx, start.dy, text, count);
 }
 
 }  // namespace
@@ -252,7 +286,7 @@ void drawLabelText(const tagTAVRIN_POINT& corner, const char* text)
     rasterAt(corner);
     const GLuint list = glGenLists(1);
     if (glyphs) {
-        drawGlyphRun(text, kLabelTextCapacity, TextPlacement::InsideBox);
+        glyphsAt(corner, text, kLabelTextCapacity, TextPlacement::InsideBox);
     }
     glDeleteLists(list, 1);
 }

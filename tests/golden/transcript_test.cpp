@@ -649,6 +649,7 @@ struct Case {
     const char* name;
     std::function<void(Transcript&)> run;
     bool text;
+    bool outline = false;  ///< glyphs with their dark outline
 };
 
 const Case kCases[] = {
@@ -665,6 +666,7 @@ const Case kCases[] = {
     {"BrokenLinePrimitive", [](Transcript& t) { primitive<BrokenLine>(t, kBroken); }, false},
     {"ShieldRegionBowTie", [](Transcript& t) { region<ShieldRegion>(t, kBowTie, true, nullptr); }, false},
     {"ReferenceRegion", [](Transcript& t) { region<ReferenceRegion>(t, kConcave, true, "Zone"); }, true},
+    {"ReferenceRegionOutlined", [](Transcript& t) { region<ReferenceRegion>(t, kConcave, true, "Zone"); }, true, true},
     {"EnterRegionOpen", [](Transcript& t) { region<EnterRegion>(t, kConcave, false, "Zone"); }, false},
     {"EnterRegion", [](Transcript& t) { region<EnterRegion>(t, kBowTie, true, "Zone"); }, true},
     {"ITCPlateRegion", [](Transcript& t) { region<ITCPlateRegion>(t, kConcave, true, nullptr); }, false},
@@ -675,6 +677,9 @@ const Case kCases[] = {
     {"VcaRuleLineBoth",
      [](Transcript& t) { vcaRule(t, TAVRIN_RULE_LINE, kSteepLine, TAVRIN_ARROW_BOTH, false, TAVRIN_LINE_ARROW); },
      true},
+    {"VcaRuleLineBothOutlined",
+     [](Transcript& t) { vcaRule(t, TAVRIN_RULE_LINE, kSteepLine, TAVRIN_ARROW_BOTH, false, TAVRIN_LINE_ARROW); },
+     true, true},
     {"VcaRuleLinePositive",
      [](Transcript& t) { vcaRule(t, TAVRIN_RULE_LINE, kSteepLine, TAVRIN_ARROW_POSITIVE, false, TAVRIN_LINE_PLAIN); },
      false},
@@ -807,9 +812,11 @@ TEST_P(TranscriptTest, MatchesTheCommittedTranscript)
 {
     const Case& c = GetParam();
     TextRendering::SetEnabled(c.text);
+    TextRendering::SetOutline(c.outline);
     Transcript t;
     c.run(t);
     TextRendering::SetEnabled(false);
+    TextRendering::SetOutline(false);
     const std::string path = goldenPath(c.name);
     if (std::getenv("TAVRIN_UPDATE_GOLDEN") != nullptr) {
         std::ofstream(path) << t.text();
@@ -825,6 +832,24 @@ TEST_P(TranscriptTest, MatchesTheCommittedTranscript)
         const std::string w = i < want.size() ? want[i] : "(end)";
         const std::string g = i < got.size() ? got[i] : "(end)";
         ASSERT_EQ(w, g) << path << ":" << i + 1 << " is the first line that differs";
+    }
+}
+
+// The outline touches drawn glyphs only: with text rendering off, every case's transcript
+// is the same with the outline on.
+TEST_F(GlTest, OutlineWithoutTextChangesNoCall)
+{
+    for (const Case& c : kCases) {
+        if (c.text) {
+            continue;
+        }
+        Transcript plain;
+        c.run(plain);
+        TextRendering::SetOutline(true);
+        Transcript outlined;
+        c.run(outlined);
+        TextRendering::SetOutline(false);
+        EXPECT_EQ(plain.text(), outlined.text()) << c.name;
     }
 }
 

@@ -96,3 +96,42 @@ TEST_F(TextPixelTest, MarkOnTheLeftEdgeKeepsItsVisibleHalf)
     EXPECT_EQ(rows[0], "#..");
     EXPECT_EQ(rows[5], "###");
 }
+
+// With the outline on, the glyph keeps its colour and every pixel around its ink that
+// the ink does not cover turns black; with it off, the background stays.
+TEST_F(TextPixelTest, OutlineRingsEachGlyphInBlack)
+{
+    // Lit: above half grey in the top byte; '#' white ink, 'o' black outline, '.' grey.
+    const auto look = [](int x0, int y0, int x1, int y1) {
+        std::vector<std::string> rows;
+        for (int y = y0; y <= y1; ++y) {
+            std::string row;
+            for (int x = x0; x <= x1; ++x) {
+                const std::uint32_t top = context().pixel(x, y) >> 24;
+                row += top > 200 ? '#' : (top < 60 ? 'o' : '.');
+            }
+            rows.push_back(row);
+        }
+        return rows;
+    };
+    for (const bool outline : {false, true}) {
+        context().clear(0.5f, 0.5f, 0.5f);
+        TextRendering::SetOutline(outline);
+        {
+            gl::RenderScope scope(gl::Smoothing::Polygon, 64, 64);
+            gl::setColor(0xffffff, 255);
+            gl::drawLabelText(kCorner, "L");
+        }
+        TextRendering::SetOutline(false);
+        // The "L" of the first test, one pixel of margin around its cell.
+        const std::vector<std::string> withOutline = {
+            "ooo......", "o#o......", "o#o......", "o#o......", "o#o......", "o#o......",
+            "o#o......", "o#o......", "o#ooooo..", "o#####o..", "ooooooo..",
+        };
+        const std::vector<std::string> plain = {
+            ".........", ".#.......", ".#.......", ".#.......", ".#.......", ".#.......",
+            ".#.......", ".#.......", ".#.......", ".#####...", ".........",
+        };
+        EXPECT_EQ(look(52, 22, 60, 32), outline ? withOutline : plain) << "outline " << outline;
+    }
+}

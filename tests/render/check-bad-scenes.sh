@@ -62,7 +62,7 @@ refused "missing.json: cannot read: No such file or directory" 1 missing.json -o
 refused ".: cannot read: is a directory" 1 . -o "$work/out/picture.png"
 refused "$work/out/no/such/dir/picture.png: cannot write: No such file or directory" 1 \
   ../good.json -o "$work/out/no/such/dir/picture.png"
-usage="usage: tavrin-render SCENE.json -o OUT.png [--size WxH] [--no-text] [--renderer gl1|painter|core|gles]"
+usage="usage: tavrin-render SCENE.json -o OUT.png [--size WxH] [--no-text] [--text-outline] [--renderer gl1|painter|core|gles]"
 refused "tavrin-render: no output file given (-o OUT.png) ($usage)" 2 ../good.json
 refused "tavrin-render: no scene file given ($usage)" 2 -o "$work/out/picture.png"
 refused "tavrin-render: --size: expected WxH with sides from 16 to 4096, got \"640x0\" ($usage)" 2 \
@@ -121,6 +121,17 @@ if (cd "$here" && "$render" good.json -o "$work/out/picture.svg" && "$render" go
   passed=$((passed + 1))
 else
   echo "FAIL good.json as SVG or PDF"
+  failed=$((failed + 1))
+fi
+
+# --text-outline changes the picture (the labels gain their outline) and nothing else
+# about the run.
+rm -rf "$work/out" && mkdir -p "$work/out"
+if (cd "$here" && "$render" good.json -o "$work/out/plain.png" && "$render" good.json -o "$work/out/outlined.png" --text-outline) &&
+   ! cmp -s "$work/out/plain.png" "$work/out/outlined.png"; then
+  passed=$((passed + 1))
+else
+  echo "FAIL --text-outline did not change the picture"
   failed=$((failed + 1))
 fi
 

@@ -1,7 +1,8 @@
 // tavrin-render: draws a scene file headlessly and writes the picture as PNG or JPEG, or
 // through QPainter as PNG, JPEG, SVG or PDF.
 //
-//   tavrin-render SCENE.json -o OUT.png [--size WxH] [--no-text] [--renderer gl1|painter|core|gles]
+//   tavrin-render SCENE.json -o OUT.png [--size WxH] [--no-text] [--text-outline]
+//                 [--renderer gl1|painter|core|gles]
 //   tavrin-render --help | --version
 //
 // A refused scene, or any other failure, prints one line on stderr naming the file and
@@ -12,6 +13,7 @@
 #include "Scene.h"
 #include "SceneRenderer.h"
 
+#include <Tavrin/TextRendering.h>
 #include <Tavrin/VcaObjectContainer.h>
 
 #include <QFile>
@@ -35,13 +37,15 @@
 namespace {
 
 const char kUsage[] =
-    "usage: tavrin-render SCENE.json -o OUT.png [--size WxH] [--no-text] [--renderer gl1|painter|core|gles]";
+    "usage: tavrin-render SCENE.json -o OUT.png [--size WxH] [--no-text] [--text-outline] "
+    "[--renderer gl1|painter|core|gles]";
 const char kHelp[] =
     "Draws a Tavrin scene file (docs/scene-format.md) into a picture, headlessly.\n"
     "\n"
     "  -o OUT.png     where the picture goes (written whole or not at all)\n"
     "  --size WxH     the view size in pixels, each side 16 to 4096 (default: the scene's)\n"
     "  --no-text      leave labels and side marks without glyphs\n"
+    "  --text-outline give every glyph a one-pixel dark outline (legible over busy pictures)\n"
     "  --renderer R   gl1: the figures' OpenGL drawing in an offscreen context (default for\n"
     "                 .png and .jpg); painter: their draw list painted with QPainter, no\n"
     "                 OpenGL needed (default for .svg and .pdf); core, gles: the draw list\n"
@@ -61,6 +65,7 @@ struct Arguments {
     QString output;
     std::optional<QSize> size;
     bool text = true;
+    bool outline = false;
     std::optional<Renderer> renderer;
 };
 
@@ -151,6 +156,8 @@ Arguments parseArguments(const QStringList& args)
             }
         } else if (arg == QLatin1String("--no-text")) {
             parsed.text = false;
+        } else if (arg == QLatin1String("--text-outline")) {
+            parsed.outline = true;
         } else if (arg == QLatin1String("--renderer")) {
             if (!hasValue) {
                 throw UsageError{QStringLiteral("--renderer needs gl1, painter, core or gles")};
@@ -306,6 +313,7 @@ int renderModern(const Tavrin::render::Scene& scene, const Arguments& args, QIma
 int run(const Arguments& args)
 {
     RegistryRelease release;
+    Tavrin::TextRendering::SetOutline(args.outline);
     QString failing = args.scene;
     if (sameFile(args.scene, args.output)) {
         printLine(QStringLiteral("%1: is the scene file itself, not overwritten").arg(args.output));
