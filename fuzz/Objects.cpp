@@ -687,6 +687,7 @@ void runObjects(FuzzInput& in)
             break;
         case 3:
             TextRendering::SetEnabled(in.flag());
+            TextRendering::SetOutline(in.flag());
             convertOp(in);
             if (in.flag()) {
                 for (const SceneHint& hint : GetSceneHints()) {
@@ -705,6 +706,7 @@ void runObjects(FuzzInput& in)
     }
     tearDown(host);
     TextRendering::SetEnabled(false);
+    TextRendering::SetOutline(false);
 }
 
 }  // namespace fuzz

@@ -424,6 +424,7 @@ void runPrimitives(FuzzInput& in)
         default:
             if (in.pick(4) == 0) {
                 TextRendering::SetEnabled(in.flag());
+                TextRendering::SetOutline(in.flag());
             } else {
                 geometryOp(figures, in);
             }
@@ -431,6 +432,7 @@ void runPrimitives(FuzzInput& in)
         }
     }
     TextRendering::SetEnabled(false);
+    TextRendering::SetOutline(false);
 }
 
 }  // namespace fuzz
