@@ -232,6 +232,20 @@ void HostView::select(int slot)
 
 std::vector<tagTAVRIN_POINT> HostView::selectedVertices() const { return vertices(m_selected); }
 
+bool HostView::restack(int slot, bool toTop)
+{
+    const auto it = std::find_if(m_figures.begin(), m_figures.end(), [slot](const Figure& f) { return f.slot == slot; });
+    if (it == m_figures.end()) {
+        return false;
+    }
+    if (toTop) {
+        std::rotate(it, it + 1, m_figures.end());
+    } else {
+        std::rotate(m_figures.begin(), it, it + 1);
+    }
+    return true;
+}
+
 std::vector<int> HostView::figureSlots() const
 {
     std::vector<int> out;

@@ -51,6 +51,9 @@ public:
     /// `slot`, in the same drawing order, and deletes the old one. Returns the new slot,
     /// -1 (and nothing changes) if `slot` is unknown or `figure` is not registered.
     int replace(int slot, Tavrin::VcaObject* figure, Hooks hooks);
+    /// Moves the figure in `slot` to the top of the drawing order (drawn last, pressed
+    /// first) or to the bottom. False for an unknown slot.
+    bool restack(int slot, bool toTop);
     /// Deletes one figure: DelVcaObject drops the registry's reference, the only one.
     void remove(int slot);
     /// Deletes the selected figure.

@@ -155,6 +155,29 @@ TEST_F(SceneDocumentTest, DragsReadBackAndSaveAsTheyDraw)
     EXPECT_TRUE(live == saved);
 }
 
+// Undo's snapshots: a restore builds the same figures in the same order with the same
+// selection, whatever happened in between; a duplicate lands offset and on top.
+TEST_F(SceneDocumentTest, SnapshotsRestoreOrderSelectionAndVertices)
+{
+    view.select(view.figureSlots()[1]);
+    const SceneDocument::Snapshot before = document.snapshot();
+    EXPECT_EQ(before.selected, 1);
+    QString error;
+    const int copy = document.duplicate(region, 0.05f, 0.0f, error);
+    ASSERT_GE(copy, 0) << error.toStdString();
+    EXPECT_EQ(view.figureSlots().back(), copy);
+    EXPECT_EQ(view.selectedSlot(), copy);
+    expectSame(view.vertices(copy), moved(view.vertices(region), {0.0f, 0.0f}, {0.05f, 0.0f}));
+    ASSERT_TRUE(document.restack(copy, false));
+    EXPECT_EQ(view.figureSlots().front(), copy);
+    document.remove(region);
+    document.restore(before);
+    const SceneDocument::Snapshot after = document.snapshot();
+    EXPECT_EQ(after.saved, before.saved);
+    EXPECT_EQ(after.selected, 1);
+    EXPECT_EQ(view.figureSlots().size(), 3u);
+}
+
 TEST_F(SceneDocumentTest, SavingKeepsTheLooksTheFileGave)
 {
     QFile file(dir.filePath(QStringLiteral("looks.json")));

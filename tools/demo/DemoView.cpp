@@ -3,6 +3,8 @@
 #include "DemoKinds.h"
 #include "SceneRenderer.h"
 
+#include <Tavrin/Diagnostics.h>
+#include <Tavrin/Point.h>
 #include <TavrinQt/PaintDrawList.h>
 
 #include <QKeyEvent>
@@ -112,6 +114,7 @@ void DemoView::paintGL()
     drawPicture();
     // The host's part: after the frame, every figure draws itself at the view's size.
     m_document.paint();
+    drawOverlays();
     drawPlacing();
 }
 
@@ -151,6 +154,7 @@ void DemoView::paintFromList()
     {
         DrawListScope scope(m_list);
         m_document.paint();
+        drawOverlays();
     }
     QPainter painter(this);
     painter.fillRect(rect(), QColor::fromRgbF(kMarginGrey, kMarginGrey, kMarginGrey));
@@ -218,6 +222,46 @@ void DemoView::drawPlacing()
     glPointSize(1.0f);
 }
 
+void DemoView::setShowCrossings(bool on)
+{
+    m_showCrossings = on;
+    update();
+}
+
+void DemoView::drawOverlays()
+{
+    HostView& view = m_document.view();
+    if (m_showCrossings) {
+        for (const SceneHint& hint : GetSceneHints()) {
+            if (hint.code == SceneHintCode::SelfCrossing) {
+                DrawSelfCrossings(view.object(hint.slot), view.width(), view.height());
+            }
+        }
+    }
+    if (m_ghost.hit && !placing()) {
+        Point ghost(&m_ghost.foot);
+        ghost.SetColors(0xffffff, 0xffffff, 0xffffff, 0xffffff);
+        ghost.SetObjStatus(TAVRIN_OBJ_STATUS_HIGHLIGHTED);
+        ghost.Draw(nullptr, view.width(), view.height(), true);
+    }
+}
+
+void DemoView::findGhost(const QPoint& pixel)
+{
+    m_ghost = EdgeHit{false, 0, {0.0f, 0.0f}, 0.0f};
+    HostView& view = m_document.view();
+    VcaObject* figure = view.object(view.selectedSlot());
+    if (figure == nullptr || placing()) {
+        return;
+    }
+    const VertexLimits limits = GetVertexLimits(figure);
+    tagTAVRIN_POINT cursor = view.normalised(pixel.x(), pixel.y());
+    if (view.vertices(view.selectedSlot()).size() >= limits.maxCount || figure->CheckPointSelected(cursor) != 0) {
+        return;
+    }
+    m_ghost = HitEdge(figure, cursor, view.width(), view.height(), kGhostReach);
+}
+
 QPoint DemoView::devicePixel(const QPoint& logical) const
 {
     const qreal ratio = devicePixelRatioF();
@@ -232,10 +276,14 @@ void DemoView::mousePressEvent(QMouseEvent* event)
     const QPoint p = devicePixel(event->pos());
     if (event->button() == Qt::RightButton && !placing()) {
         // Selects the figure under the cursor (or none), then offers its actions.
-        m_document.view().press(p.x(), p.y());
-        m_document.view().release();
+        HostView& view = m_document.view();
+        view.press(p.x(), p.y());
+        view.release();
+        VcaObject* figure = view.object(view.selectedSlot());
+        tagTAVRIN_POINT cursor = view.normalised(p.x(), p.y());
+        const unsigned int vertex = figure != nullptr ? figure->CheckPointSelected(cursor) : 0;
         emit selectionChanged();
-        emit figureMenuRequested(mapToGlobal(event->pos()));
+        emit figureMenuRequested(mapToGlobal(event->pos()), vertex);
         update();
         return;
     }
@@ -251,7 +299,13 @@ void DemoView::mousePressEvent(QMouseEvent* event)
         update();
         return;
     }
+    // Over the ghost handle, a click inserts a vertex into the selected figure, whatever
+    // the press picks; a drag from there drags what the press picked.
+    m_pressGhost = m_ghost;
+    m_pressGhostSlot = m_ghost.hit ? m_document.view().selectedSlot() : -1;
+    m_pressMoved = false;
     m_document.view().press(p.x(), p.y());
+    m_pressGrabbed = m_document.view().dragging();
     emit selectionChanged();
     update();
 }
@@ -260,23 +314,47 @@ void DemoView::mouseMoveEvent(QMouseEvent* event)
 {
     const QPoint p = devicePixel(event->pos());
     HostView& view = m_document.view();
+    const tagTAVRIN_POINT at = view.normalised(p.x(), p.y());
+    emit cursorMoved(QPointF(at.x, at.y));
     if (placing()) {
-        m_cursor = view.normalised(p.x(), p.y());
+        m_cursor = at;
     } else if (view.dragging()) {
+        m_pressMoved = true;
+        m_ghost.hit = false;
         view.drag(p.x(), p.y());
         emit edited();
     } else {
         view.hover(p.x(), p.y());
+        findGhost(p);
     }
     update();
 }
 
 void DemoView::mouseReleaseEvent(QMouseEvent* event)
 {
-    if (event->button() == Qt::LeftButton) {
-        m_document.view().release();
-        emit edited();
+    if (event->button() != Qt::LeftButton || placing()) {
+        return;
     }
+    HostView& view = m_document.view();
+    view.release();
+    const int slot = m_pressGhost.hit && !m_pressMoved ? m_pressGhostSlot : view.selectedSlot();
+    if (!m_pressMoved && m_pressGhost.hit && slot >= 0) {
+        // A click on the ghost handle: the new vertex goes on that edge.
+        view.select(slot);
+        emit selectionChanged();
+        if (InsertVertex(view.object(slot), m_pressGhost.edge + 1, m_pressGhost.foot)) {
+            view.refresh(slot);
+            emit editFinished(QStringLiteral("Insert vertex"));
+        } else {
+            emit message(QStringLiteral("%1: no vertex can be inserted there").arg(m_document.kind(slot)));
+        }
+        m_ghost.hit = false;
+    } else if (m_pressMoved && m_pressGrabbed) {
+        emit editFinished(QStringLiteral("Drag %1").arg(m_document.kind(slot)));
+    }
+    m_pressGhost.hit = false;
+    emit edited();
+    update();
 }
 
 void DemoView::mouseDoubleClickEvent(QMouseEvent* event)
@@ -330,6 +408,7 @@ void DemoView::finishPlacing()
         emit message(QStringLiteral("%1 refused: %2").arg(kind, error));
     } else {
         emit message(QStringLiteral("%1 placed").arg(kind));
+        emit editFinished(QStringLiteral("Place %1").arg(kind));
     }
     emit selectionChanged();
 }

@@ -9,6 +9,7 @@
 #include "SceneDocument.h"
 
 #include <Tavrin/DrawList.h>
+#include <Tavrin/Editing.h>
 #include <TavrinQt/GlRenderer.h>
 
 #include <QImage>
@@ -50,6 +51,15 @@ public:
     /// Where the picture's top-left corner lies in the widget, logical pixels.
     QPoint pictureOrigin() const { return QPoint(kMargin, kMargin); }
 
+    /// How close to an edge of the selected figure, in view pixels, the cursor shows the
+    /// ghost handle that a click turns into a new vertex.
+    static constexpr float kGhostReach = 6.0f;
+    /// The ghost handle: where a click now would insert a vertex of the selected figure
+    /// (`hit` false when none).
+    const EdgeHit& ghost() const { return m_ghost; }
+    /// Whether figures that cross themselves show their crossings.
+    void setShowCrossings(bool on);
+
 signals:
     /// The selection changed (a press, a new or deleted figure).
     void selectionChanged();
@@ -58,8 +68,14 @@ signals:
     /// A one-line message for the status bar.
     void message(const QString& text);
     /// A right click (outside placing): the figure under it, if any, is now selected;
-    /// its actions belong at `global`.
-    void figureMenuRequested(const QPoint& global);
+    /// its actions belong at `global`. `vertex` is the vertex under the click (1-based),
+    /// 0 for none.
+    void figureMenuRequested(const QPoint& global, unsigned int vertex);
+    /// An edit of the scene is complete (a drag released, a figure placed, a vertex
+    /// inserted): one step to undo, named by `what`.
+    void editFinished(const QString& what);
+    /// The cursor moved over the view: its place in normalised picture coordinates.
+    void cursorMoved(const QPointF& normalised);
 
 protected:
     void initializeGL() override;
@@ -85,6 +101,11 @@ private:
     /// through QPainter (and GlRenderer).
     void paintFromList();
     void finishPlacing();
+    /// The selected figure's edge within reach of the cursor, where it takes one more vertex.
+    void findGhost(const QPoint& pixel);
+    /// What the view draws over the figures: crossings of self-crossing figures, the
+    /// ghost handle. Drawn by the library, so into the list when one is being captured.
+    void drawOverlays();
 
     SceneDocument& m_document;
     Rendering m_rendering;
@@ -94,6 +115,13 @@ private:
     QString m_placingKind;
     std::vector<tagTAVRIN_POINT> m_clicks;
     tagTAVRIN_POINT m_cursor{0.0f, 0.0f};
+    EdgeHit m_ghost{false, 0, {0.0f, 0.0f}, 0.0f};
+    /// The ghost under the last left press, and whether the cursor moved since.
+    EdgeHit m_pressGhost{false, 0, {0.0f, 0.0f}, 0.0f};
+    int m_pressGhostSlot = -1;
+    bool m_pressMoved = false;
+    bool m_pressGrabbed = false;
+    bool m_showCrossings = true;
 };
 
 }  // namespace demo

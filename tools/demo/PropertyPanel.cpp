@@ -5,6 +5,8 @@
 #include <QComboBox>
 #include <QFormLayout>
 #include <QHeaderView>
+#include <QJsonArray>
+#include <QSignalBlocker>
 #include <QLabel>
 #include <QLineEdit>
 #include <QSpinBox>
@@ -76,10 +78,15 @@ PropertyPanel::PropertyPanel(SceneDocument& document, QWidget* parent)
     m_title->setFont(bold);
     column->addWidget(m_title);
     column->addWidget(m_form);
-    column->addWidget(new QLabel(QStringLiteral("Vertices (normalised, as sent to the camera)"), this));
+    column->addWidget(new QLabel(QStringLiteral("Vertices (normalised, as sent to the camera; type to move one)"), this));
     m_vertices->setHorizontalHeaderLabels({QStringLiteral("x"), QStringLiteral("y")});
-    m_vertices->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_vertices->setSelectionMode(QAbstractItemView::NoSelection);
+    // A double-click (or typing over a cell) takes a typed coordinate.
+    m_vertices->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
+                                QAbstractItemView::AnyKeyPressed);
+    m_vertices->setSelectionMode(QAbstractItemView::SingleSelection);
+    // Applied once the table's own signal has returned: applying refills the table.
+    connect(m_vertices, &QTableWidget::itemChanged, this,
+            [this] { QTimer::singleShot(0, this, &PropertyPanel::applyTypedVertex); });
     m_vertices->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     m_vertices->verticalHeader()->setDefaultSectionSize(20);
     column->addWidget(m_vertices, 1);
@@ -114,6 +121,8 @@ void PropertyPanel::showSelection()
 
 void PropertyPanel::refreshVertices()
 {
+    // Filling the table is not an edit of it.
+    const QSignalBlocker quiet(m_vertices);
     const std::vector<tagTAVRIN_POINT> vertices = m_document.view().vertices(m_slot);
     m_vertices->setRowCount(static_cast<int>(vertices.size()));
     VcaObject* figure = m_document.view().object(m_slot);
@@ -129,6 +138,29 @@ void PropertyPanel::refreshVertices()
             m_vertices->setItem(row, column, item);
         }
     }
+}
+
+void PropertyPanel::applyTypedVertex()
+{
+    // The whole table as the figure's vertices: the scene reader checks them and says why
+    // it refuses (a number outside 0..1, a count the kind does not take).
+    QJsonArray vertices;
+    for (int row = 0; row < m_vertices->rowCount(); ++row) {
+        QJsonArray point;
+        for (int column = 0; column < 2; ++column) {
+            const QTableWidgetItem* item = m_vertices->item(row, column);
+            bool ok = false;
+            const double value = item != nullptr ? item->text().trimmed().toDouble(&ok) : 0.0;
+            if (!ok) {
+                emit message(QStringLiteral("vertex %1: \"%2\" is not a number").arg(row + 1).arg(item != nullptr ? item->text() : QString()));
+                QTimer::singleShot(0, this, &PropertyPanel::refreshVertices);
+                return;
+            }
+            point.append(value);
+        }
+        vertices.append(point);
+    }
+    apply(QStringLiteral("vertices"), vertices);
 }
 
 void PropertyPanel::addLabelEditor(const QJsonObject& entry)

@@ -40,6 +40,8 @@ private:
     void addLabelEditor(const QJsonObject& entry);
     void addEditor(const Option& option, const QJsonObject& entry);
     void apply(const QString& key, const QJsonValue& value);
+    /// A coordinate typed into the vertex table: the figure takes the table's vertices.
+    void applyTypedVertex();
 
     SceneDocument& m_document;
     QLabel* m_title;

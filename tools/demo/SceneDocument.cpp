@@ -225,6 +225,74 @@ void SceneDocument::remove(int slot)
     m_figures.erase(slot);
 }
 
+int SceneDocument::duplicate(int slot, float dx, float dy, QString& error)
+{
+    const auto found = m_figures.find(slot);
+    if (found == m_figures.end()) {
+        error = QStringLiteral("no figure is selected");
+        return -1;
+    }
+    QJsonObject copy = savedEntry(slot);
+    QJsonArray moved;
+    bool inside = true;
+    for (const QJsonValue& v : copy.value(QStringLiteral("vertices")).toArray()) {
+        const double x = v.toArray().at(0).toDouble() + dx;
+        const double y = v.toArray().at(1).toDouble() + dy;
+        inside = inside && x >= 0.0 && x <= 1.0 && y >= 0.0 && y <= 1.0;
+        moved.append(QJsonArray{x, y});
+    }
+    if (inside) {
+        copy[QStringLiteral("vertices")] = moved;
+    }
+    VcaObject* figure = build(copy, error);
+    if (figure == nullptr) {
+        return -1;
+    }
+    const int newSlot = track(figure, copy);
+    if (newSlot < 0) {
+        m_view.dropUntracked();
+        error = QStringLiteral("the copy could not be registered");
+        return -1;
+    }
+    m_view.select(newSlot);
+    return newSlot;
+}
+
+SceneDocument::Snapshot SceneDocument::snapshot() const
+{
+    Snapshot out;
+    for (const int slot : m_view.figureSlots()) {
+        if (slot == m_view.selectedSlot()) {
+            out.selected = static_cast<int>(out.current.size());
+        }
+        out.current.push_back(entry(slot));
+        out.designed.push_back(m_figures.at(slot).entry);
+        out.saved.push_back(savedEntry(slot));
+    }
+    return out;
+}
+
+void SceneDocument::restore(const Snapshot& snapshot)
+{
+    m_view.clear();
+    m_figures.clear();
+    int selectedSlot = -1;
+    for (std::size_t i = 0; i < snapshot.current.size(); ++i) {
+        QString error;
+        VcaObject* figure = build(snapshot.current[i], error);
+        const int slot = figure != nullptr ? track(figure, snapshot.current[i]) : -1;
+        if (slot < 0) {
+            m_view.dropUntracked();
+            continue;
+        }
+        m_figures[slot].entry = snapshot.designed[i];
+        if (static_cast<int>(i) == snapshot.selected) {
+            selectedSlot = slot;
+        }
+    }
+    m_view.select(selectedSlot);
+}
+
 QString SceneDocument::kind(int slot) const
 {
     const auto found = m_figures.find(slot);

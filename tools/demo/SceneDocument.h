@@ -55,6 +55,27 @@ public:
     int setOption(int slot, const QString& key, const QJsonValue& value, QString& error);
     /// Deletes the figure.
     void remove(int slot);
+    /// A copy of the figure, moved by (dx, dy) normalised where that keeps it inside the
+    /// picture (else in place), on top of the others and selected. Its slot, or -1 with
+    /// `error`.
+    int duplicate(int slot, float dx, float dy, QString& error);
+    /// Moves the figure to the top or the bottom of the drawing order.
+    bool restack(int slot, bool toTop) { return m_view.restack(slot, toTop); }
+
+    /// The figures as they are, in drawing order, with the selection: what undo puts back.
+    struct Snapshot {
+        /// Each figure's entry as it is now (session look included), to build it again.
+        std::vector<QJsonObject> current;
+        /// Each figure's entry as the file or its creation gave it (its saved look).
+        std::vector<QJsonObject> designed;
+        /// The figures as they would be saved: equal for two snapshots of the same scene.
+        std::vector<QJsonObject> saved;
+        /// Index of the selected figure in drawing order, -1 for none.
+        int selected = -1;
+    };
+    Snapshot snapshot() const;
+    /// Builds the figures of `snapshot` again in place of the current ones.
+    void restore(const Snapshot& snapshot);
 
     /// The figure's kind ("" for an unknown slot).
     QString kind(int slot) const;

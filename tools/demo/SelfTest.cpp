@@ -8,7 +8,16 @@
 #include "PropertyPanel.h"
 #include "SceneDocument.h"
 
+#include <Tavrin/Diagnostics.h>
+#include <Tavrin/Editing.h>
+#include <Tavrin/TextRendering.h>
+
 #include <QAction>
+#include <QFileInfo>
+#include <QLabel>
+#include <QStandardPaths>
+#include <QStatusBar>
+#include <QUndoStack>
 #include <QDir>
 #include <QLineEdit>
 #include <QListWidget>
@@ -113,6 +122,13 @@ private:
     void placeAndDelete();
     void editLabel(int slot);
     void saveAndReload(const QString& path);
+    void keyboardAndHistory();
+    void duplicateAndRestack();
+    void vertexTools();
+    void panelsAndStatus();
+    void unsavedChanges();
+    /// The first figure whose vertex count its kind may grow (or shrink, with `shrink`).
+    int figureWithRoom(bool shrink) const;
 
     MainWindow& m_window;
     SceneDocument& m_document;
@@ -121,6 +137,11 @@ private:
     int m_passed = 0;
     int m_failed = 0;
     int m_skipped = 0;
+
+public:
+    /// How often the unsaved-changes question was asked, and what it answers.
+    int m_asked = 0;
+    QMessageBox::StandardButton m_answer = QMessageBox::Discard;
 };
 
 void Script::checkTable(const Points& expected)
@@ -305,6 +326,214 @@ void Script::editLabel(int slot)
     }
 }
 
+// Tab selects, the arrows nudge by a pixel (Shift: ten), each nudge is one step that
+// Ctrl+Z takes back and Ctrl+Shift+Z brings again, Escape deselects.
+void Script::keyboardAndHistory()
+{
+    m_view.setFocus();
+    m_host.select(-1);
+    QTest::keyClick(&m_view, Qt::Key_Tab);
+    const std::vector<int> order = m_host.figureSlots();
+    check(!order.empty() && m_host.selectedSlot() == order.front(), QStringLiteral("Tab selects the first figure"));
+    // A figure well inside the picture, so that the nudges are taken.
+    int slot = -1;
+    for (const int candidate : order) {
+        bool inside = true;
+        for (const tagTAVRIN_POINT& p : m_host.vertices(candidate)) {
+            inside = inside && p.x > 0.05f && p.x < 0.95f && p.y > 0.05f && p.y < 0.95f;
+        }
+        if (inside && slot < 0) {
+            slot = candidate;
+        }
+    }
+    if (slot < 0) {
+        skip(QStringLiteral("nudges: no figure lies well inside the picture"));
+        return;
+    }
+    while (m_host.selectedSlot() != slot) {
+        QTest::keyClick(&m_view, Qt::Key_Tab);
+    }
+    const int steps = m_window.history()->index();
+    const Points start = m_host.vertices(slot);
+    QTest::keyClick(&m_view, Qt::Key_Right);
+    const Points right = m_host.vertices(slot);
+    QTest::keyClick(&m_view, Qt::Key_Down, Qt::ShiftModifier);
+    const Points down = m_host.vertices(slot);
+    bool byPixels = right.size() == start.size() && down.size() == start.size();
+    for (std::size_t i = 0; byPixels && i < start.size(); ++i) {
+        byPixels = std::fabs(right[i].x - start[i].x - 1.0f / m_host.width()) < 1e-5f && right[i].y == start[i].y &&
+                   std::fabs(down[i].y - right[i].y - 10.0f / m_host.height()) < 1e-5f && down[i].x == right[i].x;
+    }
+    check(byPixels, QStringLiteral("Right nudges by one view pixel, Shift+Down by ten"));
+    check(m_window.history()->index() == steps + 2, QStringLiteral("each nudge is one step of the history"));
+    QTest::keyClick(&m_window, Qt::Key_Z, Qt::ControlModifier);
+    check(samePoints(m_host.vertices(m_host.selectedSlot()), right), QStringLiteral("Ctrl+Z takes the last nudge back"));
+    QTest::keyClick(&m_window, Qt::Key_Z, Qt::ControlModifier);
+    check(samePoints(m_host.vertices(m_host.selectedSlot()), start) && m_window.history()->index() == steps,
+          QStringLiteral("a second Ctrl+Z takes the first back"));
+    QTest::keyClick(&m_window, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    check(samePoints(m_host.vertices(m_host.selectedSlot()), right), QStringLiteral("Ctrl+Shift+Z does it again"));
+    m_view.setFocus();
+    QTest::keyClick(&m_view, Qt::Key_Escape);
+    check(m_host.selectedSlot() == -1, QStringLiteral("Escape deselects"));
+}
+
+// Ctrl+D copies the selected figure on top, a few pixels away; Send to back and Bring to
+// front change the drawing order; undo takes the copy away.
+void Script::duplicateAndRestack()
+{
+    const std::vector<int> before = m_host.figureSlots();
+    if (before.empty()) {
+        return;
+    }
+    m_host.select(before.front());
+    m_window.panel()->showSelection();
+    QTest::keyClick(&m_window, Qt::Key_D, Qt::ControlModifier);
+    const std::vector<int> after = m_host.figureSlots();
+    const int copy = m_host.selectedSlot();
+    check(after.size() == before.size() + 1 && after.back() == copy &&
+              m_document.kind(copy) == m_document.kind(before.front()),
+          QStringLiteral("Ctrl+D puts a copy of the figure on top, selected"));
+    m_window.action(QStringLiteral("back"))->trigger();
+    check(m_host.figureSlots().front() == copy, QStringLiteral("Send to back draws the figure first"));
+    m_window.action(QStringLiteral("front"))->trigger();
+    check(m_host.figureSlots().back() == copy, QStringLiteral("Bring to front draws it last"));
+    m_window.action(QStringLiteral("undo"))->trigger();
+    m_window.action(QStringLiteral("undo"))->trigger();
+    m_window.action(QStringLiteral("undo"))->trigger();
+    check(m_host.figureSlots().size() == before.size(), QStringLiteral("undo takes the copy away again"));
+}
+
+int Script::figureWithRoom(bool shrink) const
+{
+    for (const int slot : m_host.figureSlots()) {
+        const VertexLimits limits = GetVertexLimits(m_host.object(slot));
+        const std::size_t count = m_host.vertices(slot).size();
+        if (shrink ? count > limits.minCount : count < limits.maxCount) {
+            return slot;
+        }
+    }
+    return -1;
+}
+
+// A click on the ghost handle in the middle of an edge inserts a vertex there; the
+// right-click menu on a vertex deletes it; a typed coordinate moves one.
+void Script::vertexTools()
+{
+    const int slot = figureWithRoom(false);
+    if (slot < 0) {
+        skip(QStringLiteral("vertex insertion: no figure takes another vertex"));
+    } else {
+        m_host.select(slot);
+        const Points before = m_host.vertices(slot);
+        const tagTAVRIN_POINT middle{(before[0].x + before[1].x) / 2.0f, (before[0].y + before[1].y) / 2.0f};
+        const QPoint at = pixelOf(middle);
+        QTest::mouseMove(&m_view, at);
+        check(m_view.ghost().hit, QStringLiteral("hovering over an edge of the selected figure shows the ghost handle"));
+        QTest::mouseClick(&m_view, Qt::LeftButton, Qt::NoModifier, at);
+        const Points after = m_host.vertices(m_host.selectedSlot());
+        check(after.size() == before.size() + 1 && std::fabs(after[1].x - middle.x) < 0.01f &&
+                  std::fabs(after[1].y - middle.y) < 0.01f,
+              QStringLiteral("a click on the ghost inserts a vertex on the edge: %1").arg(pointsText(after)));
+        m_window.action(QStringLiteral("undo"))->trigger();
+        check(samePoints(m_host.vertices(m_host.selectedSlot()), before), QStringLiteral("undo removes it again"));
+    }
+    const int shrinking = figureWithRoom(true);
+    if (shrinking < 0) {
+        skip(QStringLiteral("vertex deletion: no figure can lose a vertex"));
+    } else {
+        m_host.select(shrinking);
+        const Points before = m_host.vertices(shrinking);
+        QTest::mouseClick(&m_view, Qt::RightButton, Qt::NoModifier, pixelOf(before.back()));
+        QAction* remove = m_window.action(QStringLiteral("deleteVertex"));
+        check(m_window.figureMenu()->isVisible() && remove->isVisible(),
+              QStringLiteral("a right click on a vertex offers Delete vertex"));
+        m_window.figureMenu()->hide();
+        remove->trigger();
+        check(m_host.vertices(m_host.selectedSlot()).size() == before.size() - 1,
+              QStringLiteral("Delete vertex removes it"));
+        m_window.action(QStringLiteral("undo"))->trigger();
+    }
+    // A line has exactly two ends: deleting one is refused, and the status bar says why.
+    for (const int line : m_host.figureSlots()) {
+        const VertexLimits limits = GetVertexLimits(m_host.object(line));
+        if (limits.minCount == limits.maxCount && limits.minCount > 1) {
+            m_host.select(line);
+            QTest::mouseClick(&m_view, Qt::RightButton, Qt::NoModifier, pixelOf(m_host.vertices(line).front()));
+            m_window.figureMenu()->hide();
+            if (m_window.action(QStringLiteral("deleteVertex"))->isVisible()) {
+                m_window.action(QStringLiteral("deleteVertex"))->trigger();
+                check(m_host.vertices(line).size() == limits.minCount &&
+                          m_window.statusBar()->currentMessage().contains(QStringLiteral("always has")),
+                      QStringLiteral("deleting a vertex of a fixed count is refused with the reason: %1")
+                          .arg(m_window.statusBar()->currentMessage()));
+            }
+            break;
+        }
+    }
+    // A coordinate typed into the vertex table moves that vertex.
+    const std::vector<int> order = m_host.figureSlots();
+    if (!order.empty()) {
+        m_host.select(order.front());
+        m_window.panel()->showSelection();
+        const int steps = m_window.history()->index();
+        QTableWidget* table = m_window.panel()->vertexTable();
+        table->item(0, 0)->setText(QStringLiteral("0.5"));
+        QTest::qWait(20);
+        const Points now = m_host.vertices(m_host.selectedSlot());
+        check(!now.empty() && now[0].x == 0.5f && m_window.history()->index() == steps + 1,
+              QStringLiteral("a typed x moves the vertex, one step of the history: %1 (%2)")
+                  .arg(pointsText(now), m_window.statusBar()->currentMessage()));
+        m_window.action(QStringLiteral("undo"))->trigger();
+    }
+}
+
+// The status bar follows the cursor in three coordinate systems; the problems panel
+// lists the scene's hints and a click selects the figure.
+void Script::panelsAndStatus()
+{
+    QTest::mouseMove(&m_view, pixelOf({0.5f, 0.5f}));
+    const QString text = m_window.coordinates()->text();
+    check(text.contains(QStringLiteral("x 0.5")) && text.contains(QStringLiteral("ONVIF")),
+          QStringLiteral("the status bar shows the cursor's coordinates: %1").arg(text));
+    QListWidget* problems = m_window.problems();
+    const std::vector<SceneHint> hints = GetSceneHints();
+    check(problems->count() == std::max<int>(1, static_cast<int>(hints.size())),
+          QStringLiteral("the problems panel lists the scene's %1 hints").arg(hints.size()));
+    if (!hints.empty()) {
+        m_host.select(-1);
+        QTest::mouseClick(problems->viewport(), Qt::LeftButton, Qt::NoModifier,
+                          problems->visualItemRect(problems->item(0)).center());
+        check(m_host.selectedSlot() == hints.front().slot, QStringLiteral("a click on a problem selects its figure"));
+    }
+    QAction* outline = m_window.action(QStringLiteral("outline"));
+    outline->trigger();
+    const bool off = !TextRendering::IsOutlined();
+    outline->trigger();
+    check(off && TextRendering::IsOutlined(), QStringLiteral("View > Outline text switches the outline"));
+}
+
+// With unsaved edits, opening asks first: Cancel keeps the scene, Discard opens.
+void Script::unsavedChanges()
+{
+    const QString path = m_document.path();
+    if (m_window.history()->isClean() || path.isEmpty()) {
+        skip(QStringLiteral("unsaved changes: nothing was changed"));
+        return;
+    }
+    const std::size_t figures = m_host.figureSlots().size();
+    m_answer = QMessageBox::Cancel;
+    const int asked = m_asked;
+    check(!m_window.openScene(path) && m_asked == asked + 1 && m_host.figureSlots().size() == figures &&
+              !m_window.history()->isClean(),
+          QStringLiteral("opening over unsaved changes asks, and Cancel keeps them"));
+    m_answer = QMessageBox::Discard;
+    check(m_window.openScene(path) && m_window.history()->isClean(), QStringLiteral("Discard opens the scene"));
+    check(!m_window.recentScenes().isEmpty() &&
+              m_window.recentScenes().front() == QFileInfo(path).absoluteFilePath(),
+          QStringLiteral("the scene heads the recent files"));
+}
+
 // Saves the scene, opens the file again and finds every figure's vertices as they were.
 void Script::saveAndReload(const QString& path)
 {
@@ -340,6 +569,10 @@ int Script::run(const SelfTestFiles& files)
     QTest::mouseClick(&m_view, Qt::LeftButton, Qt::NoModifier, QPoint(2, 2));
     check(m_host.selectedSlot() == -1, QStringLiteral("a press on no figure selects none"));
     placeAndDelete();
+    keyboardAndHistory();
+    duplicateAndRestack();
+    vertexTools();
+    panelsAndStatus();
     if (!figures.empty()) {
         editLabel(m_host.figureSlots().front());
     }
@@ -349,6 +582,7 @@ int Script::run(const SelfTestFiles& files)
         const QImage frame = m_view.grabFramebuffer();
         check(frame.save(files.grab, "PNG"), QStringLiteral("the framebuffer is written to %1").arg(files.grab));
     }
+    unsavedChanges();
     QTemporaryDir scratch;
     saveAndReload(files.save.isEmpty() ? scratch.filePath(QStringLiteral("edited.json")) : files.save);
     std::printf("self-test: %d passed, %d failed, %d skipped\n", m_passed, m_failed, m_skipped);
@@ -359,12 +593,18 @@ int Script::run(const SelfTestFiles& files)
 
 int runSelfTest(MainWindow& window, SceneDocument& document, const SelfTestFiles& files)
 {
+    // Recent files go to a scratch settings location, not the user's.
+    QStandardPaths::setTestModeEnabled(true);
     window.show();
     if (!QTest::qWaitForWindowExposed(&window)) {
         std::printf("FAIL: the window was never shown\nself-test: 0 passed, 1 failed\n");
         return 1;
     }
     Script script(window, document);
+    window.setUnsavedPrompt([&script] {
+        ++script.m_asked;
+        return script.m_answer;
+    });
     return script.run(files);
 }
 

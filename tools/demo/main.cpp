@@ -182,8 +182,10 @@ int main(int argc, char** argv)
     if (!parseArguments(list, args)) {
         return 2;
     }
-    // Labels and the tripwires' side marks in the library's own bitmap font.
+    // Labels and the tripwires' side marks in the library's own bitmap font, outlined so
+    // they read over the picture (View > Outline text turns that off).
     Tavrin::TextRendering::SetEnabled(true);
+    Tavrin::TextRendering::SetOutline(true);
 
     Tavrin::demo::SceneDocument document(QSize(1280, 720), QSize(960, 540));
     Tavrin::demo::MainWindow window(document, rendering);
