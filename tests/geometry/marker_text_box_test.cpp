@@ -24,6 +24,10 @@ TEST(MarkerTextBox, FirstCornerIsClampedAndTheSecondIsNot)
         {"OriginForAnUnsetPoint", {0.0f, 0.0f}, {0.01f, 0.03f}, {0.21f, 0.19f}},
         {"OutsideThePicture", {-0.5f, -0.5f}, {0.01f, 0.03f}, {-0.29f, -0.31f}},
     };
+    // Below the picture the first corner stays at the bottom clamp.
+    tagTAVRIN_POINT below[2] = {};
+    markerTextBox({0.5f, 1.05f}, below[0], below[1]);
+    EXPECT_FLOAT_EQ(below[0].y, 0.99f);
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
         tagTAVRIN_POINT first = {-1.0f, -1.0f};

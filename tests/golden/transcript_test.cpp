@@ -242,7 +242,7 @@ void drags(Transcript& t, T& f)
         f.SetSelPointIndex(i);
         tagTAVRIN_POINT from = i <= v.size() ? v[i - 1] : at(0.5f, 0.5f);
         const tagTAVRIN_POINT targets[] = {at(from.x + 0.017f, from.y - 0.011f), at(from.x - 0.9f, from.y),
-                                           at(from.x, from.y + 0.9f), at(from.x, nan)};
+                                           at(from.x, from.y + 0.9f), at(from.x, from.y + 0.35f), at(from.x, nan)};
         std::string line = "drag vertex " + std::to_string(i) + ":";
         for (tagTAVRIN_POINT to : targets) {
             tagTAVRIN_POINT start = from;
@@ -414,6 +414,10 @@ void vcaRule(Transcript& t, tagTAVRIN_RULE_TYPE type, std::initializer_list<tagT
     char text[] = "Tripwire";
     f->SetLabelText(text, 8);
     exercise(t, *f);
+    f->SetClosed(false);
+    const bool open = !f->GetClosed();
+    f->SetClosed(true);
+    t.say("opens and closes ", open, f->GetClosed());
 }
 
 // The calibration segment dragged by each of its points: along the line, past its far
@@ -476,7 +480,8 @@ void pdcRule(Transcript& t, bool lineMode, bool cali,
     f->GetArrowPoints(&out[0], &out[1]);
     unsigned int count = 0;
     f->GetSinglePoints(&single, &count);
-    t.say("single read ", f->GetSinglePoints(nullptr, &count), f->GetSinglePoints(&single, nullptr));
+    t.say("single read ", f->GetSinglePoints(nullptr, &count), f->GetSinglePoints(&single, nullptr),
+          " arrow read ", f->GetArrowPoints(&out[0], nullptr), f->GetArrowPoints(nullptr, &out[1]));
     t.say("arrow ", str(out[0]), " ", str(out[1]), " single ", str(single), " x", count);
 }
 
@@ -634,6 +639,8 @@ void primitive(Transcript& t, std::initializer_list<tagTAVRIN_POINT> points)
         tagTAVRIN_POINT nan = at(std::nanf(""), 0.5f);
         t.say("line refusals: arrow NaN ", f.SetArrowPoints(nan, b), f.SetArrowPoints(a, nan), " cali three ",
               f.SetPDCCaliPoints(three, 3), " cali null ", f.SetPDCCaliPoints(nullptr, 2));
+        f.setP1(Point(&nan));
+        readBack(t, f, "end at NaN");
         std::vector<tagTAVRIN_POINT> ends = {at(0.15f, 0.25f), at(0.35f, 0.45f)};
         Line source(ends.data(), 2);
         static_cast<Line&>(f) = source;
