@@ -93,19 +93,34 @@ const std::vector<Kind>& kinds()
     // Clicks that place each kind; everything else comes from the scene schema.
     static const struct {
         const char* name;
+        const char* purpose;
+        const char* description;
         unsigned int minClicks;
         unsigned int maxClicks;
     } kClicks[] = {
-        {"ShieldRegion", 3, 10}, {"ReferenceRegion", 3, 10}, {"EnterRegion", 3, 10}, {"ITCPlateRegion", 3, 20},
-        {"VcaRule", 2, 10},      {"ITCLine", 2, 2},          {"Lane", 3, 10},        {"PdcRule", 2, 10},
-        {"SizeFilter", 2, 2},    {"AtmCali", 2, 2},          {"BehaviorCali", 2, 2}, {"BehaviorCheck", 2, 2},
-        {"ItsCali", 3, 10},      {"PupilDistance", 2, 2},    {"BinoCali", 1, 1},     {"LfCali", 1, 1},
+        {"ShieldRegion", "Privacy mask", "Hides part of the picture from view and from analysis", 3, 10},
+        {"ReferenceRegion", "Reference region", "An area whose size the camera uses as a reference", 3, 10},
+        {"EnterRegion", "Entry region", "Raises an event when someone enters or leaves the area", 3, 10},
+        {"ITCPlateRegion", "Plate region", "Where the camera reads number plates", 3, 20},
+        {"VcaRule", "Rule", "A tripwire (two clicks), a broken line or a zone for analytics events", 2, 10},
+        {"ITCLine", "Traffic line", "A stop line or lane line for the traffic camera", 2, 2},
+        {"Lane", "Lane", "A traffic lane with its direction of travel", 3, 10},
+        {"PdcRule", "People counting", "Counts people crossing a line (two clicks) or an area", 2, 10},
+        {"SizeFilter", "Size filter", "The smallest or largest object size that counts", 2, 2},
+        {"AtmCali", "ATM calibration", "The cash machine's face and its reference line", 2, 2},
+        {"BehaviorCali", "Behaviour calibration", "A reference height line for behaviour analysis", 2, 2},
+        {"BehaviorCheck", "Behaviour check", "A line to check the behaviour calibration against", 2, 2},
+        {"ItsCali", "Traffic calibration", "A road area of known width and length", 3, 10},
+        {"PupilDistance", "Pupil distance", "The distance between the eyes, for face capture", 2, 2},
+        {"BinoCali", "Stereo calibration", "A calibration target for a two-lens camera", 1, 1},
+        {"LfCali", "Calibration marker", "A point the camera calibrates against", 1, 1},
     };
     static const std::vector<Kind> all = [] {
         std::vector<Kind> list;
         for (const auto& c : kClicks) {
             const render::KindSchema* schema = render::findKindSchema(QLatin1String(c.name));
-            list.push_back(Kind{c.name, c.minClicks, c.maxClicks, schema != nullptr ? schema->fields : std::vector<Option>{}});
+            list.push_back(Kind{c.name, c.purpose, c.description, c.minClicks, c.maxClicks,
+                                schema != nullptr ? schema->fields : std::vector<Option>{}});
         }
         return list;
     }();

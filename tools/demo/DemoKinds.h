@@ -26,6 +26,10 @@ using Option = render::FieldSchema;
 
 struct Kind {
     const char* name;
+    /// What the figure is for, in the words of the people who configure cameras.
+    const char* purpose;
+    /// One sentence on what it does, for the palette's tooltip.
+    const char* description;
     /// Clicks that place a new figure: at least `minClicks`; placing stops by itself at
     /// `maxClicks`.
     unsigned int minClicks;

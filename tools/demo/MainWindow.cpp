@@ -14,6 +14,8 @@
 #include <QDockWidget>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QIcon>
+#include <QPixmap>
 #include <QKeySequence>
 #include <QLabel>
 #include <QListWidget>
@@ -56,11 +58,18 @@ MainWindow::MainWindow(SceneDocument& document, Rendering rendering)
 {
     setCentralWidget(m_view);
 
+    // What each kind is for, with a picture of it drawn by the library; the class name
+    // below for developers.
+    const QSize iconSize(48, 32);
+    m_palette->setIconSize(iconSize);
     for (const Kind& kind : kinds()) {
-        m_palette->addItem(QLatin1String(kind.name));
+        auto* item = new QListWidgetItem(
+            QStringLiteral("%1\n%2").arg(QLatin1String(kind.purpose), QLatin1String(kind.name)), m_palette);
+        item->setData(Qt::UserRole, QLatin1String(kind.name));
+        item->setIcon(QIcon(QPixmap::fromImage(m_document.icon(QLatin1String(kind.name), iconSize))));
+        item->setToolTip(QStringLiteral("%1. Click, then click its vertices in the view.").arg(QLatin1String(kind.description)));
     }
     m_palette->setMaximumWidth(m_palette->sizeHintForColumn(0) + 24);
-    m_palette->setToolTip(QStringLiteral("Click a kind, then click its vertices in the view"));
     dock(this, QStringLiteral("palette"), QStringLiteral("New figure"), m_palette, Qt::LeftDockWidgetArea)
         ->setFeatures(QDockWidget::NoDockWidgetFeatures);
     // Scrolled: a kind with many options never makes the window taller.
@@ -81,7 +90,7 @@ MainWindow::MainWindow(SceneDocument& document, Rendering rendering)
     statusBar()->addPermanentWidget(m_coordinates);
 
     connect(m_palette, &QListWidget::itemClicked, this,
-            [this](QListWidgetItem* item) { m_view->startPlacing(item->text()); });
+            [this](QListWidgetItem* item) { m_view->startPlacing(item->data(Qt::UserRole).toString()); });
     connect(m_problems, &QListWidget::itemClicked, this, [this](QListWidgetItem* item) {
         m_document.view().select(item->data(Qt::UserRole).toInt());
         selectionChanged();

@@ -5,6 +5,9 @@
 #include "SceneWriter.h"
 
 #include <Tavrin/AtmCali.h>
+#include <Tavrin/DrawList.h>
+#include <Tavrin/TextRendering.h>
+#include <TavrinQt/PaintDrawList.h>
 #include <Tavrin/LfCali.h>
 #include <Tavrin/PdcRule.h>
 
@@ -14,6 +17,7 @@
 #include <QImageReader>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QPainter>
 #include <QSaveFile>
 
 #include <cmath>
@@ -256,6 +260,43 @@ int SceneDocument::duplicate(int slot, float dx, float dy, QString& error)
     }
     m_view.select(newSlot);
     return newSlot;
+}
+
+QImage SceneDocument::icon(const QString& kind, const QSize& size)
+{
+    const Kind* known = findKind(kind);
+    if (known == nullptr || size.isEmpty()) {
+        return QImage();
+    }
+    // A line or diagonal for the two-click kinds, a quadrilateral for the others.
+    std::vector<tagTAVRIN_POINT> clicks;
+    if (known->minClicks == 1) {
+        clicks = {{0.5f, 0.5f}};
+    } else if (known->minClicks == 2) {
+        clicks = {{0.2f, 0.75f}, {0.8f, 0.25f}};
+    } else {
+        clicks = {{0.15f, 0.2f}, {0.85f, 0.15f}, {0.8f, 0.8f}, {0.2f, 0.85f}};
+    }
+    QString error;
+    VcaObject* figure = build(newFigureEntry(kind, clicks), error);
+    if (figure == nullptr) {
+        return QImage();
+    }
+    DrawList list;
+    {
+        const bool text = TextRendering::IsEnabled();
+        TextRendering::SetEnabled(false);
+        DrawListScope scope(list);
+        figure->Draw(nullptr, size.width(), size.height(), true);
+        TextRendering::SetEnabled(text);
+    }
+    // The figure was only drawn: the registry lets it go.
+    m_view.dropUntracked();
+    QImage image(size, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    PaintDrawList(painter, list);
+    return image;
 }
 
 SceneDocument::Snapshot SceneDocument::snapshot() const

@@ -62,6 +62,10 @@ public:
     /// Moves the figure to the top or the bottom of the drawing order.
     bool restack(int slot, bool toTop) { return m_view.restack(slot, toTop); }
 
+    /// A small picture of a figure of `kind`, drawn by the library at `size` (transparent
+    /// around it), for the palette; null for an unknown kind.
+    QImage icon(const QString& kind, const QSize& size);
+
     /// The figures as they are, in drawing order, with the selection: what undo puts back.
     struct Snapshot {
         /// Each figure's entry as it is now (session look included), to build it again.

@@ -234,8 +234,27 @@ void Script::placeAndDelete()
 {
     const std::size_t before = m_host.figureSlots().size();
     QListWidget* palette = m_window.palette();
-    const QList<QListWidgetItem*> found = palette->findItems(QStringLiteral("ReferenceRegion"), Qt::MatchExactly);
+    QList<QListWidgetItem*> found;
+    int drawnIcons = 0;
+    for (int row = 0; row < palette->count(); ++row) {
+        QListWidgetItem* item = palette->item(row);
+        if (item->data(Qt::UserRole).toString() == QLatin1String("ReferenceRegion")) {
+            found.append(item);
+        }
+        // Each icon is the library's drawing of the kind: something is drawn on it.
+        const QImage icon = item->icon().pixmap(palette->iconSize()).toImage();
+        bool ink = false;
+        for (int y = 0; y < icon.height() && !ink; ++y) {
+            for (int x = 0; x < icon.width() && !ink; ++x) {
+                ink = qAlpha(icon.pixel(x, y)) > 0;
+            }
+        }
+        drawnIcons += ink && !item->toolTip().isEmpty() &&
+                      item->text().endsWith(item->data(Qt::UserRole).toString()) ? 1 : 0;
+    }
     check(palette->count() == 16 && !found.isEmpty(), QStringLiteral("the palette offers the sixteen kinds"));
+    check(drawnIcons == 16, QStringLiteral("every kind shows its purpose, its class, a tooltip and a drawn icon (%1)")
+                                .arg(drawnIcons));
     if (found.isEmpty()) {
         return;
     }
