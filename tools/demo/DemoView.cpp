@@ -59,6 +59,37 @@ void DemoView::cancelPlacing()
 {
     m_placingKind.clear();
     m_clicks.clear();
+    if (m_drawingTrack) {
+        m_drawingTrack = false;
+        m_track.clear();
+        emit trackChanged();
+    }
+    update();
+}
+
+void DemoView::startTrack()
+{
+    cancelPlacing();
+    m_drawingTrack = true;
+    m_track.clear();
+    m_trackEvents.clear();
+    emit message(QStringLiteral("Test track: click its points, Enter or a double-click finishes, Escape cancels"));
+    setFocus();
+    update();
+}
+
+void DemoView::setTrackEvents(std::vector<CrossingEvent> events)
+{
+    m_trackEvents = std::move(events);
+    update();
+}
+
+void DemoView::clearTrack()
+{
+    m_drawingTrack = false;
+    m_track.clear();
+    m_trackEvents.clear();
+    emit trackChanged();
     update();
 }
 
@@ -238,6 +269,13 @@ void DemoView::drawOverlays()
             }
         }
     }
+    if (!m_track.empty()) {
+        std::vector<tagTAVRIN_POINT> shown = m_track;
+        if (m_drawingTrack) {
+            shown.push_back(m_cursor);  // the segment being drawn follows the cursor
+        }
+        DrawTrack(shown.data(), static_cast<unsigned int>(shown.size()), m_trackEvents, view.width(), view.height());
+    }
     if (m_ghost.hit && !placing()) {
         Point ghost(&m_ghost.foot);
         ghost.SetColors(0xffffff, 0xffffff, 0xffffff, 0xffffff);
@@ -290,6 +328,11 @@ void DemoView::mousePressEvent(QMouseEvent* event)
     if (event->button() != Qt::LeftButton) {
         return;
     }
+    if (m_drawingTrack) {
+        m_track.push_back(m_document.view().normalised(p.x(), p.y()));
+        update();
+        return;
+    }
     if (placing()) {
         m_clicks.push_back(m_document.view().normalised(p.x(), p.y()));
         const Kind* kind = findKind(m_placingKind);
@@ -316,7 +359,7 @@ void DemoView::mouseMoveEvent(QMouseEvent* event)
     HostView& view = m_document.view();
     const tagTAVRIN_POINT at = view.normalised(p.x(), p.y());
     emit cursorMoved(QPointF(at.x, at.y));
-    if (placing()) {
+    if (placing() || m_drawingTrack) {
         m_cursor = at;
     } else if (view.dragging()) {
         m_pressMoved = true;
@@ -332,7 +375,7 @@ void DemoView::mouseMoveEvent(QMouseEvent* event)
 
 void DemoView::mouseReleaseEvent(QMouseEvent* event)
 {
-    if (event->button() != Qt::LeftButton || placing()) {
+    if (event->button() != Qt::LeftButton || placing() || m_drawingTrack) {
         return;
     }
     HostView& view = m_document.view();
@@ -361,7 +404,9 @@ void DemoView::mouseDoubleClickEvent(QMouseEvent* event)
 {
     // The double-click's first press has already placed its vertex; outside placing the
     // second press is an ordinary press.
-    if (!placing()) {
+    if (m_drawingTrack && event->button() == Qt::LeftButton) {
+        finishTrack();
+    } else if (!placing()) {
         mousePressEvent(event);
     } else if (event->button() == Qt::LeftButton) {
         finishPlacing();
@@ -376,6 +421,8 @@ void DemoView::keyPressEvent(QKeyEvent* event)
     case Qt::Key_Enter:
         if (placing()) {
             finishPlacing();
+        } else if (m_drawingTrack) {
+            finishTrack();
         }
         break;
     case Qt::Key_Escape:
@@ -388,6 +435,17 @@ void DemoView::keyPressEvent(QKeyEvent* event)
         QOpenGLWidget::keyPressEvent(event);
         return;
     }
+    update();
+}
+
+void DemoView::finishTrack()
+{
+    m_drawingTrack = false;
+    if (m_track.size() < 2) {
+        m_track.clear();
+        emit message(QStringLiteral("a test track needs at least 2 points"));
+    }
+    emit trackChanged();
     update();
 }
 

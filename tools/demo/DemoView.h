@@ -8,6 +8,7 @@
 
 #include "SceneDocument.h"
 
+#include <Tavrin/Crossings.h>
 #include <Tavrin/DrawList.h>
 #include <Tavrin/Editing.h>
 #include <TavrinQt/GlRenderer.h>
@@ -60,6 +61,17 @@ public:
     /// Whether figures that cross themselves show their crossings.
     void setShowCrossings(bool on);
 
+    /// Starts drawing a test track: clicks add its points, Enter or a double-click
+    /// finishes, Escape cancels. The finished track stays over the picture with every
+    /// rule's crossings marked until it is cleared or another is drawn.
+    void startTrack();
+    bool drawingTrack() const { return m_drawingTrack; }
+    /// The finished track (normalised), empty for none.
+    const std::vector<tagTAVRIN_POINT>& track() const { return m_track; }
+    /// The crossings to mark on the track (the window computes them for every rule).
+    void setTrackEvents(std::vector<CrossingEvent> events);
+    void clearTrack();
+
 signals:
     /// The selection changed (a press, a new or deleted figure).
     void selectionChanged();
@@ -74,6 +86,8 @@ signals:
     /// An edit of the scene is complete (a drag released, a figure placed, a vertex
     /// inserted): one step to undo, named by `what`.
     void editFinished(const QString& what);
+    /// A test track was finished (or cleared).
+    void trackChanged();
     /// The cursor moved over the view: its place in normalised picture coordinates.
     void cursorMoved(const QPointF& normalised);
 
@@ -101,6 +115,7 @@ private:
     /// through QPainter (and GlRenderer).
     void paintFromList();
     void finishPlacing();
+    void finishTrack();
     /// The selected figure's edge within reach of the cursor, where it takes one more vertex.
     void findGhost(const QPoint& pixel);
     /// What the view draws over the figures: crossings of self-crossing figures, the
@@ -122,6 +137,9 @@ private:
     bool m_pressMoved = false;
     bool m_pressGrabbed = false;
     bool m_showCrossings = true;
+    bool m_drawingTrack = false;
+    std::vector<tagTAVRIN_POINT> m_track;
+    std::vector<CrossingEvent> m_trackEvents;
 };
 
 }  // namespace demo

@@ -6,6 +6,7 @@
 #include "SceneStep.h"
 
 #include <Tavrin/Coordinates.h>
+#include <Tavrin/Crossings.h>
 #include <Tavrin/Diagnostics.h>
 #include <Tavrin/Editing.h>
 #include <Tavrin/TextRendering.h>
@@ -53,7 +54,8 @@ QDockWidget* dock(QMainWindow* window, const QString& name, const QString& title
 
 MainWindow::MainWindow(SceneDocument& document, Rendering rendering)
     : m_document(document), m_view(new DemoView(document, rendering, this)), m_panel(new PropertyPanel(document, this)),
-      m_palette(new QListWidget(this)), m_problems(new QListWidget(this)), m_coordinates(new QLabel(this)),
+      m_palette(new QListWidget(this)), m_problems(new QListWidget(this)), m_crossings(new QListWidget(this)),
+      m_coordinates(new QLabel(this)),
       m_history(new QUndoStack(this))
 {
     setCentralWidget(m_view);
@@ -84,6 +86,9 @@ MainWindow::MainWindow(SceneDocument& document, Rendering rendering)
     // A few rows: the picture keeps the height.
     m_problems->setMaximumHeight(m_problems->fontMetrics().height() * 6);
     dock(this, QStringLiteral("problems"), QStringLiteral("Problems"), m_problems, Qt::BottomDockWidgetArea);
+    m_crossings->setMaximumHeight(m_crossings->fontMetrics().height() * 6);
+    m_crossings->setToolTip(QStringLiteral("Tools > Draw test track: where a track crosses each rule"));
+    dock(this, QStringLiteral("crossings"), QStringLiteral("Track crossings"), m_crossings, Qt::BottomDockWidgetArea);
     // Text from the start: the status bar keeps its height, so the view keeps its size
     // while the cursor moves.
     m_coordinates->setText(QStringLiteral("outside the picture"));
@@ -100,6 +105,7 @@ MainWindow::MainWindow(SceneDocument& document, Rendering rendering)
     connect(m_view, &DemoView::editFinished, this, &MainWindow::checkpoint);
     connect(m_view, &DemoView::message, this, &MainWindow::showMessage);
     connect(m_view, &DemoView::cursorMoved, this, &MainWindow::showCursor);
+    connect(m_view, &DemoView::trackChanged, this, &MainWindow::refreshTrack);
     connect(m_panel, &PropertyPanel::message, this, &MainWindow::showMessage);
     connect(m_panel, &PropertyPanel::changed, this, [this] { checkpoint(QStringLiteral("Change property")); });
     connect(m_history, &QUndoStack::cleanChanged, this, [this](bool clean) { setWindowModified(!clean); });
@@ -250,6 +256,12 @@ void MainWindow::buildMenus()
         addViewAction(nudge, QLatin1String(step.name), QLatin1String(step.text), QKeySequence(QLatin1String(step.keys)),
                       [this, step] { nudgeSelected(step.dx, step.dy); });
     }
+
+    QMenu* tools = menuBar()->addMenu(QStringLiteral("&Tools"));
+    addMenuAction(tools, QStringLiteral("track"), QStringLiteral("Draw test &track"), QKeySequence(QStringLiteral("Ctrl+K")),
+                  [this] { m_view->startTrack(); });
+    addMenuAction(tools, QStringLiteral("clearTrack"), QStringLiteral("&Clear test track"),
+                  QKeySequence(QStringLiteral("Ctrl+Shift+K")), [this] { m_view->clearTrack(); });
 
     QMenu* view = menuBar()->addMenu(QStringLiteral("&View"));
     QAction* outline = addMenuAction(view, QStringLiteral("outline"), QStringLiteral("&Outline text"),
@@ -484,6 +496,32 @@ void MainWindow::refreshProblems()
     }
 }
 
+void MainWindow::refreshTrack()
+{
+    m_crossings->clear();
+    const std::vector<tagTAVRIN_POINT>& track = m_view->track();
+    std::vector<CrossingEvent> all;
+    for (const int slot : m_document.view().figureSlots()) {
+        const std::vector<CrossingEvent> events =
+            TrackCrossings(m_document.view().object(slot), track.data(), static_cast<unsigned int>(track.size()));
+        for (const CrossingEvent& e : events) {
+            static const char* const kWords[] = {"A to B", "B to A", "enters", "leaves"};
+            new QListWidgetItem(QStringLiteral("%1 (slot %2): %3 on track segment %4, %5")
+                                    .arg(m_document.kind(slot))
+                                    .arg(slot)
+                                    .arg(QLatin1String(kWords[static_cast<int>(e.kind)]))
+                                    .arg(e.trackSegment + 1)
+                                    .arg(e.counts ? QStringLiteral("counted") : QStringLiteral("not counted")),
+                                m_crossings);
+        }
+        all.insert(all.end(), events.begin(), events.end());
+    }
+    if (!track.empty() && all.empty()) {
+        new QListWidgetItem(QStringLiteral("The track crosses no rule"), m_crossings);
+    }
+    m_view->setTrackEvents(std::move(all));
+}
+
 void MainWindow::checkpoint(const QString& what)
 {
     SceneDocument::Snapshot now = m_document.snapshot();
@@ -493,6 +531,7 @@ void MainWindow::checkpoint(const QString& what)
     }
     m_current = std::move(now);
     refreshProblems();
+    refreshTrack();
 }
 
 void MainWindow::applySnapshot(const SceneDocument::Snapshot& snapshot)
@@ -503,6 +542,7 @@ void MainWindow::applySnapshot(const SceneDocument::Snapshot& snapshot)
     m_panel->showSelection();
     m_view->update();
     refreshProblems();
+    refreshTrack();
 }
 
 void MainWindow::resetHistory()

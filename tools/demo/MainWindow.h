@@ -42,6 +42,8 @@ public:
     /// The scene's problems (GetSceneHints), one row each; a click selects the figure.
     QListWidget* problems() const { return m_problems; }
     QUndoStack* history() const { return m_history; }
+    /// The test track's crossings, one row per crossing of each rule, in track order.
+    QListWidget* crossings() const { return m_crossings; }
     /// The status bar's cursor position in normalised, picture-pixel and ONVIF terms.
     QLabel* coordinates() const { return m_coordinates; }
     /// Edit > Delete figure (Delete, Backspace), also in the figure's right-click menu.
@@ -84,6 +86,8 @@ private:
     void selectionChanged();
     void showCursor(const QPointF& normalised);
     void refreshProblems();
+    /// Every rule's crossings of the test track: listed, and marked on the track.
+    void refreshTrack();
 
     /// Records an edit that has happened: one undo step named `what`, when the figures
     /// (not just the selection) changed since the last step.
@@ -102,6 +106,7 @@ private:
     PropertyPanel* m_panel;
     QListWidget* m_palette;
     QListWidget* m_problems;
+    QListWidget* m_crossings;
     QLabel* m_coordinates;
     QUndoStack* m_history;
     SceneDocument::Snapshot m_current;

@@ -8,6 +8,7 @@
 #include "PropertyPanel.h"
 #include "SceneDocument.h"
 
+#include <Tavrin/Crossings.h>
 #include <Tavrin/Diagnostics.h>
 #include <Tavrin/Editing.h>
 #include <Tavrin/TextRendering.h>
@@ -127,6 +128,7 @@ private:
     void vertexTools();
     void panelsAndStatus();
     void unsavedChanges();
+    void testTrack();
     /// The first figure whose vertex count its kind may grow (or shrink, with `shrink`).
     int figureWithRoom(bool shrink) const;
 
@@ -532,6 +534,38 @@ void Script::panelsAndStatus()
     check(off && TextRendering::IsOutlined(), QStringLiteral("View > Outline text switches the outline"));
 }
 
+// Ctrl+K draws a track across the picture; every crossing the library finds for each
+// rule is listed (and marked); Ctrl+Shift+K clears it.
+void Script::testTrack()
+{
+    const std::vector<int> order = m_host.figureSlots();
+    if (order.empty()) {
+        return;
+    }
+    // Across the picture at the height of the first figure's first vertex.
+    const float y = std::min(0.98f, std::max(0.02f, m_host.vertices(order.front()).front().y + 0.013f));
+    const Points track = {{0.02f, y}, {0.5f, y + 0.01f}, {0.98f, y}};
+    m_view.setFocus();
+    QTest::keyClick(&m_window, Qt::Key_K, Qt::ControlModifier);
+    check(m_view.drawingTrack(), QStringLiteral("Ctrl+K starts a test track"));
+    Points clicked;
+    for (const tagTAVRIN_POINT& p : track) {
+        QTest::mouseClick(&m_view, Qt::LeftButton, Qt::NoModifier, pixelOf(p));
+        clicked.push_back(pointOf(pixelOf(p)));
+    }
+    QTest::keyClick(&m_view, Qt::Key_Return);
+    check(!m_view.drawingTrack() && samePoints(m_view.track(), clicked), QStringLiteral("Enter finishes the track"));
+    std::size_t expected = 0;
+    for (const int slot : order) {
+        expected += TrackCrossings(m_host.object(slot), clicked.data(), static_cast<unsigned int>(clicked.size())).size();
+    }
+    const int rows = m_window.crossings()->count();
+    check(expected == 0 ? rows == 1 : rows == static_cast<int>(expected),
+          QStringLiteral("every rule's crossings of the track are listed (%1 listed, %2 found)").arg(rows).arg(expected));
+    QTest::keyClick(&m_window, Qt::Key_K, Qt::ControlModifier | Qt::ShiftModifier);
+    check(m_view.track().empty() && m_window.crossings()->count() == 0, QStringLiteral("Ctrl+Shift+K clears the track"));
+}
+
 // With unsaved edits, opening asks first: Cancel keeps the scene, Discard opens.
 void Script::unsavedChanges()
 {
@@ -592,6 +626,7 @@ int Script::run(const SelfTestFiles& files)
     duplicateAndRestack();
     vertexTools();
     panelsAndStatus();
+    testTrack();
     if (!figures.empty()) {
         editLabel(m_host.figureSlots().front());
     }
