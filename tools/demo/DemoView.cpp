@@ -8,6 +8,7 @@
 #include <TavrinQt/PaintDrawList.h>
 
 #include <QKeyEvent>
+#include <QWheelEvent>
 #include <QOpenGLContext>
 #include <QOpenGLFunctions>
 #include <QPainter>
@@ -124,25 +125,28 @@ void DemoView::paintGL()
         return;
     }
     const int margin = deviceMargin();
+    const QSize base = baseSize();
     const int width = m_document.view().width();
     const int height = m_document.view().height();
-    // The margin, then the picture's area in the scene's colour: the viewport is the
-    // picture, and what figures draw past its edges shows in the margin around it.
-    glViewport(0, 0, width + 2 * margin, height + 2 * margin);
+    // The margin, then the picture's area in the scene's colour and the visible part of
+    // the picture; what figures draw past its edges shows in the margin around it.
+    glViewport(0, 0, base.width() + 2 * margin, base.height() + 2 * margin);
     glClearColor(kMarginGrey, kMarginGrey, kMarginGrey, 1.0f);
     glClear(GL_COLOR_BUFFER_BIT);
     const unsigned int rgb = m_document.colour();
     glEnable(GL_SCISSOR_TEST);
-    glScissor(margin, margin, width, height);
+    glScissor(margin, margin, base.width(), base.height());
     glClearColor(((rgb >> 16) & 0xff) / 255.0f, ((rgb >> 8) & 0xff) / 255.0f, (rgb & 0xff) / 255.0f, 1.0f);
     glClear(GL_COLOR_BUFFER_BIT);
     glDisable(GL_SCISSOR_TEST);
-    glViewport(margin, margin, width, height);
+    glViewport(margin, margin, base.width(), base.height());
     glMatrixMode(GL_PROJECTION);
     glLoadIdentity();
     glMatrixMode(GL_MODELVIEW);
     glLoadIdentity();
     drawPicture();
+    // The viewport is the whole zoomed picture (GL counts y from the bottom).
+    glViewport(margin + m_pan.x(), margin + base.height() - height - m_pan.y(), width, height);
     // The host's part: after the frame, every figure draws itself at the view's size.
     m_document.paint();
     drawOverlays();
@@ -151,35 +155,141 @@ void DemoView::paintGL()
 
 int DemoView::deviceMargin() const { return static_cast<int>(std::lround(kMargin * devicePixelRatioF())); }
 
-void DemoView::syncViewSize()
+QSize DemoView::baseSize() const
 {
     const int margin = 2 * deviceMargin();
-    const int width = std::max(1, static_cast<int>(std::lround(this->width() * devicePixelRatioF())) - margin);
-    const int height = std::max(1, static_cast<int>(std::lround(this->height() * devicePixelRatioF())) - margin);
+    return QSize(std::max(1, static_cast<int>(std::lround(this->width() * devicePixelRatioF())) - margin),
+                 std::max(1, static_cast<int>(std::lround(this->height() * devicePixelRatioF())) - margin));
+}
+
+QPoint DemoView::pictureOrigin() const
+{
+    const qreal ratio = devicePixelRatioF();
+    return QPoint(kMargin, kMargin) +
+           QPoint(static_cast<int>(std::lround(m_pan.x() / ratio)), static_cast<int>(std::lround(m_pan.y() / ratio)));
+}
+
+void DemoView::clampPan()
+{
+    const QSize base = baseSize();
+    const HostView& view = m_document.view();
+    m_pan.setX(std::min(0, std::max(base.width() - view.width(), m_pan.x())));
+    m_pan.setY(std::min(0, std::max(base.height() - view.height(), m_pan.y())));
+}
+
+void DemoView::zoomAbout(double zoom, const QPointF& anchor)
+{
+    const double clamped = std::min(kMaxZoom, std::max(1.0, zoom));
+    syncViewSize();
+    const HostView& view = m_document.view();
+    const qreal ratio = devicePixelRatioF();
+    // The picture point under the anchor, as a fraction of the zoomed picture ...
+    const QPointF at = anchor * ratio - QPointF(deviceMargin(), deviceMargin()) - QPointF(m_pan);
+    const double u = at.x() / view.width();
+    const double v = at.y() / view.height();
+    m_zoom = clamped;
+    syncViewSize();
+    // ... stays under it at the new size.
+    const QPointF inView = anchor * ratio - QPointF(deviceMargin(), deviceMargin());
+    m_pan = QPoint(static_cast<int>(std::lround(inView.x() - u * view.width())),
+                   static_cast<int>(std::lround(inView.y() - v * view.height())));
+    clampPan();
+    m_scaledPicture = QImage();
+    m_ghost.hit = false;
+    emit message(QStringLiteral("zoom %1x").arg(m_zoom, 0, 'g', 3));
+    update();
+}
+
+void DemoView::panBy(int dx, int dy)
+{
+    m_pan += QPoint(dx, dy);
+    clampPan();
+    m_scaledPicture = QImage();
+    update();
+}
+
+void DemoView::fit()
+{
+    m_zoom = 1.0;
+    m_pan = QPoint(0, 0);
+    syncViewSize();
+    m_scaledPicture = QImage();
+    update();
+}
+
+void DemoView::wheelEvent(QWheelEvent* event)
+{
+    const int notches = event->angleDelta().y() / 120;
+    if (notches == 0) {
+        event->ignore();
+        return;
+    }
+#if QT_VERSION >= QT_VERSION_CHECK(5, 14, 0)
+    const QPointF anchor = event->position();
+#else
+    const QPointF anchor = event->posF();
+#endif
+    zoomAbout(m_zoom * std::pow(kZoomStep, notches), anchor);
+    event->accept();
+}
+
+void DemoView::keyReleaseEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Space && !event->isAutoRepeat()) {
+        m_spaceHeld = false;
+        m_panning = false;
+    }
+    QOpenGLWidget::keyReleaseEvent(event);
+}
+
+void DemoView::syncViewSize()
+{
+    const QSize base = baseSize();
+    const int width = static_cast<int>(std::lround(base.width() * m_zoom));
+    const int height = static_cast<int>(std::lround(base.height() * m_zoom));
     HostView& view = m_document.view();
     if (view.width() != width || view.height() != height) {
         view.resize(width, height);
+        clampPan();
         m_scaledPicture = QImage();
     }
 }
 
 void DemoView::drawPicture()
 {
-    const HostView& view = m_document.view();
-    const QSize size(view.width(), view.height());
-    if (m_scaledPicture.size() != size) {
-        m_scaledPicture = render::pictureForGl(m_document.picture(), size);
+    const QSize base = baseSize();
+    if (m_scaledPicture.size() != base) {
+        m_scaledPicture = render::pictureForGl(visiblePicture(), base);
     }
     if (!m_scaledPicture.isNull()) {
         render::drawPictureGl(m_scaledPicture);
     }
 }
 
+QImage DemoView::visiblePicture() const
+{
+    const QImage& picture = m_document.picture();
+    if (picture.isNull() || m_zoom == 1.0) {
+        return picture;
+    }
+    // The part of the scene's picture that the zoomed view shows.
+    const HostView& view = m_document.view();
+    const QSize base = baseSize();
+    const double sx = static_cast<double>(picture.width()) / view.width();
+    const double sy = static_cast<double>(picture.height()) / view.height();
+    const QRect part(static_cast<int>(std::lround(-m_pan.x() * sx)), static_cast<int>(std::lround(-m_pan.y() * sy)),
+                     std::max(1, static_cast<int>(std::lround(base.width() * sx))),
+                     std::max(1, static_cast<int>(std::lround(base.height() * sy))));
+    return picture.copy(part);
+}
+
 void DemoView::paintFromList()
 {
     const HostView& view = m_document.view();
     const qreal ratio = devicePixelRatioF();
-    const QRectF picture(QPointF(kMargin, kMargin), QSizeF(view.width() / ratio, view.height() / ratio));
+    const QRectF picture(QPointF(pictureOrigin()), QSizeF(view.width() / ratio, view.height() / ratio));
+    const QSize base = baseSize();
+    const QRectF shown(QPointF(kMargin, kMargin), QSizeF(base.width() / ratio, base.height() / ratio));
     // The host's part: after the frame, every figure draws itself, here into the list.
     m_list.Clear();
     {
@@ -189,14 +299,15 @@ void DemoView::paintFromList()
     }
     QPainter painter(this);
     painter.fillRect(rect(), QColor::fromRgbF(kMarginGrey, kMarginGrey, kMarginGrey));
-    painter.fillRect(picture, QColor(static_cast<QRgb>(m_document.colour())));
+    painter.fillRect(shown, QColor(static_cast<QRgb>(m_document.colour())));
     if (!m_document.picture().isNull()) {
-        painter.drawImage(picture, m_document.picture());
+        painter.drawImage(shown, visiblePicture());
     }
     if (m_rendering == Rendering::Core) {
         painter.beginNativePainting();
         const int margin = deviceMargin();
-        context()->functions()->glViewport(margin, margin, view.width(), view.height());
+        context()->functions()->glViewport(margin + m_pan.x(), margin + base.height() - view.height() - m_pan.y(),
+                                           view.width(), view.height());
         m_renderer.Render(m_list, view.width(), view.height());
         painter.endNativePainting();
     } else {
@@ -304,13 +415,18 @@ QPoint DemoView::devicePixel(const QPoint& logical) const
 {
     const qreal ratio = devicePixelRatioF();
     const int margin = deviceMargin();
-    return QPoint(static_cast<int>(std::lround(logical.x() * ratio)) - margin,
-                  static_cast<int>(std::lround(logical.y() * ratio)) - margin);
+    return QPoint(static_cast<int>(std::lround(logical.x() * ratio)) - margin - m_pan.x(),
+                  static_cast<int>(std::lround(logical.y() * ratio)) - margin - m_pan.y());
 }
 
 void DemoView::mousePressEvent(QMouseEvent* event)
 {
     syncViewSize();
+    if (event->button() == Qt::MiddleButton || (event->button() == Qt::LeftButton && m_spaceHeld)) {
+        m_panning = true;
+        m_panFrom = event->pos();
+        return;
+    }
     const QPoint p = devicePixel(event->pos());
     if (event->button() == Qt::RightButton && !placing()) {
         // Selects the figure under the cursor (or none), then offers its actions.
@@ -355,6 +471,13 @@ void DemoView::mousePressEvent(QMouseEvent* event)
 
 void DemoView::mouseMoveEvent(QMouseEvent* event)
 {
+    if (m_panning) {
+        const qreal ratio = devicePixelRatioF();
+        const QPoint moved = event->pos() - m_panFrom;
+        m_panFrom = event->pos();
+        panBy(static_cast<int>(std::lround(moved.x() * ratio)), static_cast<int>(std::lround(moved.y() * ratio)));
+        return;
+    }
     const QPoint p = devicePixel(event->pos());
     HostView& view = m_document.view();
     const tagTAVRIN_POINT at = view.normalised(p.x(), p.y());
@@ -375,6 +498,10 @@ void DemoView::mouseMoveEvent(QMouseEvent* event)
 
 void DemoView::mouseReleaseEvent(QMouseEvent* event)
 {
+    if (m_panning && (event->button() == Qt::MiddleButton || event->button() == Qt::LeftButton)) {
+        m_panning = false;
+        return;
+    }
     if (event->button() != Qt::LeftButton || placing() || m_drawingTrack) {
         return;
     }
@@ -424,6 +551,9 @@ void DemoView::keyPressEvent(QKeyEvent* event)
         } else if (m_drawingTrack) {
             finishTrack();
         }
+        break;
+    case Qt::Key_Space:
+        m_spaceHeld = true;
         break;
     case Qt::Key_Escape:
         if (placing()) {

@@ -49,8 +49,21 @@ public:
     /// of vertices on the picture's edge and labels that run past it stay visible and
     /// can be grabbed there.
     static constexpr int kMargin = 24;
-    /// Where the picture's top-left corner lies in the widget, logical pixels.
-    QPoint pictureOrigin() const { return QPoint(kMargin, kMargin); }
+    /// Where the picture's top-left corner lies in the widget, logical pixels (before the
+    /// margin's corner when the picture is zoomed and panned).
+    QPoint pictureOrigin() const;
+
+    /// The largest zoom, and the step of one wheel notch.
+    static constexpr double kMaxZoom = 8.0;
+    static constexpr double kZoomStep = 1.25;
+    double zoom() const { return m_zoom; }
+    /// Zooms to `zoom` (1 to kMaxZoom) keeping the picture point under the widget position
+    /// `anchor` (logical pixels) where it is.
+    void zoomAbout(double zoom, const QPointF& anchor);
+    /// Moves the zoomed picture by (dx, dy) device pixels, as far as it still fills the view.
+    void panBy(int dx, int dy);
+    /// The whole picture in the view again: zoom 1, no pan.
+    void fit();
 
     /// How close to an edge of the selected figure, in view pixels, the cursor shows the
     /// ghost handle that a click turns into a new vertex.
@@ -99,6 +112,8 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
 
 private:
     static constexpr float kMarginGrey = 0.19f;
@@ -110,6 +125,8 @@ private:
     QPoint devicePixel(const QPoint& logical) const;
     void syncViewSize();
     void drawPicture();
+    /// The part of the scene's picture the view shows at the current zoom and pan.
+    QImage visiblePicture() const;
     void drawPlacing();
     /// Core and Painter: the picture, the figures' draw list and the placing rubber band
     /// through QPainter (and GlRenderer).
@@ -136,7 +153,19 @@ private:
     int m_pressGhostSlot = -1;
     bool m_pressMoved = false;
     bool m_pressGrabbed = false;
+    /// The picture's size at zoom 1 (device pixels): the widget less its margins.
+    QSize baseSize() const;
+    /// Keeps the pan where the zoomed picture still covers the view.
+    void clampPan();
+
     bool m_showCrossings = true;
+    double m_zoom = 1.0;
+    /// Where the zoomed picture's top-left corner lies from the view's (device pixels, <= 0).
+    QPoint m_pan{0, 0};
+    /// Panning with the middle button, or with the left while Space is held.
+    bool m_spaceHeld = false;
+    bool m_panning = false;
+    QPoint m_panFrom;
     bool m_drawingTrack = false;
     std::vector<tagTAVRIN_POINT> m_track;
     std::vector<CrossingEvent> m_trackEvents;

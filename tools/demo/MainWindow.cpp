@@ -264,6 +264,14 @@ void MainWindow::buildMenus()
                   QKeySequence(QStringLiteral("Ctrl+Shift+K")), [this] { m_view->clearTrack(); });
 
     QMenu* view = menuBar()->addMenu(QStringLiteral("&View"));
+    const auto centre = [this] { return QPointF(m_view->width() / 2.0, m_view->height() / 2.0); };
+    addMenuAction(view, QStringLiteral("zoomIn"), QStringLiteral("Zoom &in"), QKeySequence::ZoomIn,
+                  [this, centre] { m_view->zoomAbout(m_view->zoom() * DemoView::kZoomStep, centre()); });
+    addMenuAction(view, QStringLiteral("zoomOut"), QStringLiteral("Zoom &out"), QKeySequence::ZoomOut,
+                  [this, centre] { m_view->zoomAbout(m_view->zoom() / DemoView::kZoomStep, centre()); });
+    addMenuAction(view, QStringLiteral("fit"), QStringLiteral("&Fit"), QKeySequence(QStringLiteral("Ctrl+0")),
+                  [this] { m_view->fit(); });
+    view->addSeparator();
     QAction* outline = addMenuAction(view, QStringLiteral("outline"), QStringLiteral("&Outline text"),
                                      QKeySequence(QStringLiteral("Ctrl+T")), [] {});
     outline->setCheckable(true);

@@ -19,6 +19,8 @@
 #include <QStandardPaths>
 #include <QStatusBar>
 #include <QUndoStack>
+#include <QWheelEvent>
+#include <QCoreApplication>
 #include <QDir>
 #include <QLineEdit>
 #include <QListWidget>
@@ -129,6 +131,8 @@ private:
     void panelsAndStatus();
     void unsavedChanges();
     void testTrack();
+    void zoomAndPan();
+    void wheel(const QPoint& at, int notches);
     /// The first figure whose vertex count its kind may grow (or shrink, with `shrink`).
     int figureWithRoom(bool shrink) const;
 
@@ -141,6 +145,8 @@ private:
     int m_skipped = 0;
 
 public:
+    /// Where --grab writes the view; the zoomed view goes beside it.
+    QString m_grabPath;
     /// How often the unsaved-changes question was asked, and what it answers.
     int m_asked = 0;
     QMessageBox::StandardButton m_answer = QMessageBox::Discard;
@@ -566,6 +572,57 @@ void Script::testTrack()
     check(m_view.track().empty() && m_window.crossings()->count() == 0, QStringLiteral("Ctrl+Shift+K clears the track"));
 }
 
+void Script::wheel(const QPoint& at, int notches)
+{
+    QWheelEvent event(QPointF(at), QPointF(m_view.mapToGlobal(at)), QPoint(), QPoint(0, 120 * notches), Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(&m_view, &event);
+}
+
+// The wheel zooms about the cursor (the picture point under it stays), drags and hit
+// tests follow the zoom, the middle button pans, the zoom stops at 8x, Ctrl+0 fits.
+void Script::zoomAndPan()
+{
+    const QPoint at = pixelOf({0.4f, 0.6f});
+    const tagTAVRIN_POINT before = pointOf(at);
+    wheel(at, 2);
+    const tagTAVRIN_POINT after = pointOf(at);
+    check(std::fabs(m_view.zoom() - DemoView::kZoomStep * DemoView::kZoomStep) < 1e-9 &&
+              std::fabs(after.x - before.x) < 1.5f / m_host.width() * 2 && std::fabs(after.y - before.y) < 1.5f / m_host.height() * 2,
+          QStringLiteral("two wheel notches zoom 1.5625x about the cursor (%1, %2 -> %3, %4)")
+              .arg(double(before.x)).arg(double(before.y)).arg(double(after.x)).arg(double(after.y)));
+    // A figure whose first vertex is in sight is dragged by it at this zoom, exactly.
+    const QRect inside = m_view.rect().adjusted(DemoView::kMargin + 10, DemoView::kMargin + 10, -DemoView::kMargin - 10,
+                                                -DemoView::kMargin - 10);
+    for (const int slot : m_host.figureSlots()) {
+        const Points vertices = m_host.vertices(slot);
+        if (!vertices.empty() && inside.contains(pixelOf(vertices.front()))) {
+            const int failed = m_failed;
+            dragVertex(slot);
+            check(m_failed == failed, QStringLiteral("a vertex drag at 1.5625x reads back exactly"));
+            m_window.action(QStringLiteral("undo"))->trigger();
+            break;
+        }
+    }
+    const QPoint origin = m_view.pictureOrigin();
+    const QPoint middle = m_view.rect().center();
+    QTest::mousePress(&m_view, Qt::MiddleButton, Qt::NoModifier, middle);
+    QTest::mouseMove(&m_view, middle + QPoint(-30, -20));
+    QTest::mouseRelease(&m_view, Qt::MiddleButton, Qt::NoModifier, middle + QPoint(-30, -20));
+    check(m_view.pictureOrigin() == origin + QPoint(-30, -20),
+          QStringLiteral("a middle-button drag pans the picture by the drag"));
+    if (!m_grabPath.isEmpty()) {
+        m_view.update();
+        QTest::qWait(20);
+        m_view.grabFramebuffer().save(QString(m_grabPath).replace(QStringLiteral(".png"), QStringLiteral("-zoomed.png")));
+    }
+    wheel(at, 20);
+    check(m_view.zoom() == DemoView::kMaxZoom, QStringLiteral("the zoom stops at 8x"));
+    QTest::keyClick(&m_window, Qt::Key_0, Qt::ControlModifier);
+    check(m_view.zoom() == 1.0 && m_view.pictureOrigin() == QPoint(DemoView::kMargin, DemoView::kMargin),
+          QStringLiteral("Ctrl+0 fits the whole picture again"));
+}
+
 // With unsaved edits, opening asks first: Cancel keeps the scene, Discard opens.
 void Script::unsavedChanges()
 {
@@ -607,6 +664,7 @@ void Script::saveAndReload(const QString& path)
 
 int Script::run(const SelfTestFiles& files)
 {
+    m_grabPath = files.grab;
     QString reason;
     const bool opened = m_window.openScene(files.scene, &reason);
     check(opened, QStringLiteral("the scene opens: %1").arg(reason));
@@ -627,6 +685,7 @@ int Script::run(const SelfTestFiles& files)
     vertexTools();
     panelsAndStatus();
     testTrack();
+    zoomAndPan();
     if (!figures.empty()) {
         editLabel(m_host.figureSlots().front());
     }
