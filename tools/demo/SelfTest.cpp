@@ -133,6 +133,9 @@ private:
     void testTrack();
     void zoomAndPan();
     void wheel(const QPoint& at, int notches);
+    /// With --grab, a picture of `widget` beside the grab, named after `what`: the
+    /// pictures of docs/editor.md.
+    void picture(const QString& what, QWidget& widget);
     /// The first figure whose vertex count its kind may grow (or shrink, with `shrink`).
     int figureWithRoom(bool shrink) const;
 
@@ -393,6 +396,10 @@ void Script::keyboardAndHistory()
     }
     check(byPixels, QStringLiteral("Right nudges by one view pixel, Shift+Down by ten"));
     check(m_window.history()->index() == steps + 2, QStringLiteral("each nudge is one step of the history"));
+    QAction* history = m_window.action(QStringLiteral("history"));
+    history->trigger();
+    picture(QStringLiteral("history"), m_window);
+    history->trigger();
     QTest::keyClick(&m_window, Qt::Key_Z, Qt::ControlModifier);
     check(samePoints(m_host.vertices(m_host.selectedSlot()), right), QStringLiteral("Ctrl+Z takes the last nudge back"));
     QTest::keyClick(&m_window, Qt::Key_Z, Qt::ControlModifier);
@@ -457,6 +464,7 @@ void Script::vertexTools()
         const QPoint at = pixelOf(middle);
         QTest::mouseMove(&m_view, at);
         check(m_view.ghost().hit, QStringLiteral("hovering over an edge of the selected figure shows the ghost handle"));
+        picture(QStringLiteral("ghost"), m_view);
         QTest::mouseClick(&m_view, Qt::LeftButton, Qt::NoModifier, at);
         const Points after = m_host.vertices(m_host.selectedSlot());
         check(after.size() == before.size() + 1 && std::fabs(after[1].x - middle.x) < 0.01f &&
@@ -568,8 +576,23 @@ void Script::testTrack()
     const int rows = m_window.crossings()->count();
     check(expected == 0 ? rows == 1 : rows == static_cast<int>(expected),
           QStringLiteral("every rule's crossings of the track are listed (%1 listed, %2 found)").arg(rows).arg(expected));
+    picture(QStringLiteral("track"), m_window);
     QTest::keyClick(&m_window, Qt::Key_K, Qt::ControlModifier | Qt::ShiftModifier);
     check(m_view.track().empty() && m_window.crossings()->count() == 0, QStringLiteral("Ctrl+Shift+K clears the track"));
+}
+
+void Script::picture(const QString& what, QWidget& widget)
+{
+    if (m_grabPath.isEmpty()) {
+        return;
+    }
+    m_view.update();
+    QTest::qWait(30);
+    const QString path = QString(m_grabPath).replace(QStringLiteral(".png"), QStringLiteral("-%1.png").arg(what));
+    const QImage image = &widget == &m_view ? m_view.grabFramebuffer() : widget.grab().toImage();
+    // At most 1000 pixels wide: for a page, not a screen.
+    const QImage shown = image.width() > 1000 ? image.scaledToWidth(1000, Qt::SmoothTransformation) : image;
+    check(shown.save(path), QStringLiteral("the %1 picture is written to %2").arg(what, path));
 }
 
 void Script::wheel(const QPoint& at, int notches)
@@ -611,11 +634,7 @@ void Script::zoomAndPan()
     QTest::mouseRelease(&m_view, Qt::MiddleButton, Qt::NoModifier, middle + QPoint(-30, -20));
     check(m_view.pictureOrigin() == origin + QPoint(-30, -20),
           QStringLiteral("a middle-button drag pans the picture by the drag"));
-    if (!m_grabPath.isEmpty()) {
-        m_view.update();
-        QTest::qWait(20);
-        m_view.grabFramebuffer().save(QString(m_grabPath).replace(QStringLiteral(".png"), QStringLiteral("-zoomed.png")));
-    }
+    picture(QStringLiteral("zoomed"), m_view);
     wheel(at, 20);
     check(m_view.zoom() == DemoView::kMaxZoom, QStringLiteral("the zoom stops at 8x"));
     QTest::keyClick(&m_window, Qt::Key_0, Qt::ControlModifier);
