@@ -197,7 +197,8 @@ void MainWindow::buildMenus()
     });
     addMenuAction(file, QStringLiteral("saveAs"), QStringLiteral("Save scene &as..."), QKeySequence::SaveAs,
                   [this] { saveAsDialog(); });
-    addMenuAction(file, QStringLiteral("picture"), QStringLiteral("Open &picture..."), QKeySequence(),
+    addMenuAction(file, QStringLiteral("picture"), QStringLiteral("Open &picture..."),
+                  QKeySequence(QStringLiteral("Ctrl+Shift+O")),
                   [this] { pictureDialog(); });
     file->addSeparator();
     addMenuAction(file, QStringLiteral("quit"), QStringLiteral("&Quit"), QKeySequence::Quit, [this] { close(); });
@@ -235,6 +236,13 @@ void MainWindow::buildMenus()
                   QKeySequence(QStringLiteral("Ctrl+]")), [this] { restackSelected(true); });
     addMenuAction(figure, QStringLiteral("back"), QStringLiteral("Send to &back"), QKeySequence(QStringLiteral("Ctrl+[")),
                   [this] { restackSelected(false); });
+    addViewAction(figure, QStringLiteral("insertVertex"), QStringLiteral("&Insert vertex after the active one"),
+                  QKeySequence(Qt::Key_Insert), [this] { insertVertexAfterActive(); });
+    addViewAction(figure, QStringLiteral("deleteActiveVertex"), QStringLiteral("Delete the active &vertex"),
+                  QKeySequence(QStringLiteral("Shift+Del")), [this] {
+                      VcaObject* active = m_document.view().object(m_document.view().selectedSlot());
+                      deleteVertex(active != nullptr ? active->GetSelPointIndex() : 0);
+                  });
     figure->addSeparator();
     addViewAction(figure, QStringLiteral("next"), QStringLiteral("Select &next figure"), QKeySequence(Qt::Key_Tab),
                   [this] { selectNext(); });
@@ -281,7 +289,7 @@ void MainWindow::buildMenus()
         m_view->update();
     });
     QAction* crossings = addMenuAction(view, QStringLiteral("crossings"), QStringLiteral("Show self-&crossings"),
-                                       QKeySequence(), [] {});
+                                       QKeySequence(QStringLiteral("Ctrl+Shift+C")), [] {});
     crossings->setCheckable(true);
     crossings->setChecked(true);
     connect(crossings, &QAction::toggled, m_view, &DemoView::setShowCrossings);
@@ -408,6 +416,34 @@ void MainWindow::deleteVertex(unsigned int vertex)
     m_view->update();
     checkpoint(QStringLiteral("Delete vertex"));
     showMessage(QStringLiteral("vertex %1 deleted").arg(vertex));
+}
+
+void MainWindow::insertVertexAfterActive()
+{
+    HostView& view = m_document.view();
+    const int slot = view.selectedSlot();
+    VcaObject* figure = view.object(slot);
+    const std::vector<tagTAVRIN_POINT> vertices = view.vertices(slot);
+    if (figure == nullptr || vertices.size() < 2) {
+        return;
+    }
+    // On the edge that leaves the active vertex (the last one's when none is active), at
+    // its middle; the new vertex becomes the active one.
+    const unsigned int count = static_cast<unsigned int>(vertices.size());
+    const unsigned int active = figure->GetSelPointIndex();
+    const unsigned int from = active >= 1 && active <= count ? active - 1 : count - 1;
+    const tagTAVRIN_POINT& a = vertices[from];
+    const tagTAVRIN_POINT& b = vertices[(from + 1) % count];
+    if (!InsertVertex(figure, from + 1, tagTAVRIN_POINT{(a.x + b.x) / 2.0f, (a.y + b.y) / 2.0f})) {
+        const VertexLimits limits = GetVertexLimits(figure);
+        showMessage(QStringLiteral("%1 takes at most %2 vertices").arg(m_document.kind(slot)).arg(limits.maxCount));
+        return;
+    }
+    figure->SetSelPointIndex(from + 2);
+    view.refresh(slot);
+    m_panel->refreshVertices();
+    m_view->update();
+    checkpoint(QStringLiteral("Insert vertex"));
 }
 
 void MainWindow::newScene()

@@ -81,6 +81,7 @@ private:
     void selectNext();
     void deselect();
     void deleteVertex(unsigned int vertex);
+    void insertVertexAfterActive();
     void newScene();
     void showMessage(const QString& text);
     void selectionChanged();

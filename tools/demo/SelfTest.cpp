@@ -506,6 +506,24 @@ void Script::vertexTools()
             break;
         }
     }
+    // The keyboard does the same: Insert puts a vertex after the active one, Shift+Delete
+    // takes the active one away again.
+    const int keyed = figureWithRoom(false);
+    if (keyed >= 0) {
+        m_host.select(keyed);
+        m_host.object(keyed)->SetSelPointIndex(1);
+        const Points before = m_host.vertices(keyed);
+        m_view.setFocus();
+        QTest::keyClick(&m_view, Qt::Key_Insert);
+        const Points inserted = m_host.vertices(m_host.selectedSlot());
+        const tagTAVRIN_POINT middle{(before[0].x + before[1].x) / 2.0f, (before[0].y + before[1].y) / 2.0f};
+        check(inserted.size() == before.size() + 1 && inserted[1].x == middle.x && inserted[1].y == middle.y &&
+                  m_host.object(m_host.selectedSlot())->GetSelPointIndex() == 2,
+              QStringLiteral("Insert puts a vertex in the middle of the active vertex's edge and makes it active"));
+        QTest::keyClick(&m_view, Qt::Key_Delete, Qt::ShiftModifier);
+        check(samePoints(m_host.vertices(m_host.selectedSlot()), before),
+              QStringLiteral("Shift+Delete deletes the active vertex"));
+    }
     // A coordinate typed into the vertex table moves that vertex.
     const std::vector<int> order = m_host.figureSlots();
     if (!order.empty()) {
