@@ -178,6 +178,11 @@ int SceneDocument::create(const QString& kind, const std::vector<tagTAVRIN_POINT
         error = QStringLiteral("%1 cannot be placed with %2 clicks").arg(kind).arg(clicks.size());
         return -1;
     }
+    return addOnTop(entry, error);
+}
+
+int SceneDocument::addOnTop(const QJsonObject& entry, QString& error)
+{
     VcaObject* figure = build(entry, error);
     if (figure == nullptr) {
         return -1;
@@ -185,7 +190,7 @@ int SceneDocument::create(const QString& kind, const std::vector<tagTAVRIN_POINT
     const int slot = track(figure, entry);
     if (slot < 0) {
         m_view.dropUntracked();
-        error = QStringLiteral("%1 could not be registered").arg(kind);
+        error = QStringLiteral("%1 could not be registered").arg(entry.value(QStringLiteral("kind")).toString());
         return -1;
     }
     m_view.select(slot);
@@ -248,18 +253,7 @@ int SceneDocument::duplicate(int slot, float dx, float dy, QString& error)
     if (inside) {
         copy[QStringLiteral("vertices")] = moved;
     }
-    VcaObject* figure = build(copy, error);
-    if (figure == nullptr) {
-        return -1;
-    }
-    const int newSlot = track(figure, copy);
-    if (newSlot < 0) {
-        m_view.dropUntracked();
-        error = QStringLiteral("the copy could not be registered");
-        return -1;
-    }
-    m_view.select(newSlot);
-    return newSlot;
+    return addOnTop(copy, error);
 }
 
 QImage SceneDocument::icon(const QString& kind, const QSize& size)

@@ -108,6 +108,9 @@ private:
     /// Builds one figure from `entry` through the scene reader; registers it and returns
     /// it, or null with `error`.
     VcaObject* build(const QJsonObject& entry, QString& error);
+    /// Builds the figure of `entry`, tracks it on top of the others and selects it: its
+    /// slot, or -1 with `error`.
+    int addOnTop(const QJsonObject& entry, QString& error);
     HostView::Hooks hooksFor(const QString& kind, VcaObject* figure, const std::shared_ptr<unsigned int>& caliPoint);
     int track(VcaObject* figure, const QJsonObject& entry);
 
