@@ -470,6 +470,8 @@ void pdcRule(Transcript& t, bool lineMode, bool cali,
     f->SetSinglePoints(&single, 1);
     char text[] = "12";
     f->SetText(text);
+    std::string tooLong(200, 'x');
+    t.say("text of 200 ", f->SetText(&tooLong[0]));
     tagTAVRIN_POINT out[2] = {};
     f->GetArrowPoints(&out[0], &out[1]);
     t.say("arrow ", str(out[0]), " ", str(out[1]));
@@ -671,6 +673,9 @@ const Case kCases[] = {
     {"LinePrimitive", [](Transcript& t) { primitive<Line>(t, kSteepLine); }, false},
     {"ArrowPrimitive", [](Transcript& t) { primitive<Arrow>(t, kFlatLine); }, false},
     {"BrokenLinePrimitive", [](Transcript& t) { primitive<BrokenLine>(t, kBroken); }, false},
+    {"ShieldRegionTriangle",
+     [](Transcript& t) { region<ShieldRegion>(t, {at(0.2f, 0.2f), at(0.6f, 0.3f), at(0.3f, 0.6f)}, true, nullptr); },
+     false},
     {"ShieldRegionBowTie", [](Transcript& t) { region<ShieldRegion>(t, kBowTie, true, nullptr); }, false},
     {"ReferenceRegion", [](Transcript& t) { region<ReferenceRegion>(t, kConcave, true, "Zone"); }, true},
     {"ReferenceRegionOutlined", [](Transcript& t) { region<ReferenceRegion>(t, kConcave, true, "Zone"); }, true, true},
