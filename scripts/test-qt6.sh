@@ -14,11 +14,7 @@ cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo -DTAVRIN_QT_MAJOR
 cmake --build "$build" -j "$jobs"
 ctest --test-dir "$build" --output-on-failure -j "$jobs"
 
-prefix=$(mktemp -d)
-consumer=$(mktemp -d)
-trap 'rm -rf "$prefix" "$consumer"' EXIT
-cmake --install "$build" --prefix "$prefix" >/dev/null
-"$root/tests/consumer/build-consumer.sh" "$prefix" "$consumer" 6
+"$root/scripts/consume-install.sh" "$build" 6
 echo "qt6 consumer: built and ran against the installed Qt 6 package"
 
 TAVRIN_QT_MAJOR=6 "$root/scripts/package.sh"

@@ -15,11 +15,7 @@ cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo
 cmake --build "$build" -j "$jobs"
 ctest --test-dir "$build" --output-on-failure -j "$jobs"
 
-prefix=$(mktemp -d)
-consumer=$(mktemp -d)
-trap 'rm -rf "$prefix" "$consumer"' EXIT
-cmake --install "$build" --prefix "$prefix" >/dev/null
-"$root/tests/consumer/build-consumer.sh" "$prefix" "$consumer"
+"$root/scripts/consume-install.sh" "$build"
 echo "consumer: built and ran against the installed package"
 
 # Debian packages: build them and consume them from a scratch root.
