@@ -3,9 +3,10 @@
 //     context, glFinish included;
 //   - MesaFloor: the same frame's recorded call stream replayed into that context;
 //   - QPainterRaster: the equivalent overlay drawn with QPainter into a QImage;
-//   - QtGlLibrary, QtGlFloor, QPainterGl: the library, the replayed stream and QPainter
-//     on a QOpenGLPaintDevice, all into one framebuffer object of a Qt-made context
-//     (QOffscreenSurface + QOpenGLContext, platform "offscreen", which needs an X display).
+//   - QtGlLibrary, QtGlFloor, QPainterGl, QtGlRenderer: the library, the replayed stream,
+//     QPainter on a QOpenGLPaintDevice and GlRenderer, all into one framebuffer object of
+//     one Qt context (an EGL compatibility context on Mesa's surfaceless display, adopted
+//     by Qt's eglfs platform: no display needed).
 // Run with --benchmark_repetitions and --benchmark_enable_random_interleaving so that
 // drift of the machine affects every variant alike.
 
@@ -14,13 +15,13 @@
 #include "Scene.h"
 
 #include <OffscreenGl.h>
+#include <QtOffscreenGl.h>
 
 #include <Tavrin/DrawList.h>
 #include <TavrinQt/GlRenderer.h>
 
 #include <QGuiApplication>
 #include <QImage>
-#include <QOffscreenSurface>
 #include <QOpenGLContext>
 #include <QOpenGLExtraFunctions>
 #include <QOpenGLFramebufferObject>
@@ -155,9 +156,7 @@ struct Frames {
     std::vector<PeerShape> peer;
 };
 
-// Each context is made on first use. An EGL and a GLX context do not take turns on one
-// thread here (GLX refuses to become current again), so a run uses one or the other:
-// scripts/bench.sh runs the Mesa and the Qt variants in separate processes.
+// Each context is made on first use; the Mesa and the Qt context take turns on the thread.
 }  // namespace
 
 Tavrin::offscreen::OffscreenGl* egl()
@@ -170,8 +169,7 @@ Tavrin::offscreen::OffscreenGl* egl()
 namespace {
 
 struct QtGl {
-    QOffscreenSurface surface;
-    QOpenGLContext context;
+    Tavrin::offscreen::QtOffscreenGl gl;
     std::unique_ptr<QOpenGLFramebufferObject> fbo;
     std::unique_ptr<QOpenGLPaintDevice> device;
     bool ok = false;
@@ -238,13 +236,13 @@ bool useEgl(benchmark::State& state)
 bool useQtGl(benchmark::State& state, bool forLibrary)
 {
     QtGl* qt = qtGl();
-    if (!qt->ok || !qt->context.makeCurrent(&qt->surface)) {
+    if (!qt->ok || !qt->gl.makeCurrent()) {
         state.SkipWithError(qt->error.c_str());
         return false;
     }
     qt->fbo->bind();
     if (forLibrary) {
-        qt->context.extraFunctions()->glUseProgram(0);
+        qt->gl.context()->extraFunctions()->glUseProgram(0);
         glViewport(0, 0, kViewWidth, kViewHeight);
         glMatrixMode(GL_PROJECTION);
         glLoadIdentity();
@@ -483,16 +481,9 @@ namespace {
 
 void createQtGl(QtGl& qt)
 {
-    QSurfaceFormat format;
-    format.setRenderableType(QSurfaceFormat::OpenGL);
-    // A compatibility profile of 3.3: the library's own calls and GlRenderer both run in it.
-    format.setProfile(QSurfaceFormat::CompatibilityProfile);
-    format.setVersion(3, 3);
-    qt.surface.setFormat(format);
-    qt.surface.create();
-    qt.context.setFormat(format);
-    if (!qt.surface.isValid() || !qt.context.create() || !qt.context.makeCurrent(&qt.surface)) {
-        qt.error = "no Qt OpenGL context (the offscreen platform needs an X display for OpenGL)";
+    // A compatibility profile: the library's own calls, QPainter and GlRenderer all run in it.
+    if (!qt.gl.create(Tavrin::offscreen::GlProfile::Compatibility)) {
+        qt.error = "no Qt OpenGL context: " + qt.gl.error();
         return;
     }
     qt.fbo = std::make_unique<QOpenGLFramebufferObject>(kViewWidth, kViewHeight,
@@ -510,9 +501,7 @@ void createQtGl(QtGl& qt)
 
 int main(int argc, char** argv)
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    }
+    Tavrin::offscreen::preferHeadlessQtPlatform();
     // --snapshot DIR: the 64-figure frame drawn by the library on Mesa and by the QPainter
     // peer into a QImage, as PNG files, to see that the two overlays match; then exit.
     if (argc == 3 && std::string(argv[1]) == "--snapshot") {

@@ -1,6 +1,6 @@
-// GlRenderer in Qt-made OpenGL 3.3 core and ES 3.0 contexts (under a display; CTest runs
-// these under xvfb-run): every example scene against the OpenGL path's picture, and the
-// host's state found as it was left.
+// GlRenderer in OpenGL 3.3 core and ES 3.0 contexts that Qt adopts from Mesa's surfaceless
+// EGL (no display): every example scene against the OpenGL path's picture, and the host's
+// state found as it was left.
 
 #include "RenderTest.h"
 
@@ -8,8 +8,6 @@
 #include <TavrinQt/GlRenderer.h>
 
 #include <QGuiApplication>
-#include <QOffscreenSurface>
-#include <QOpenGLContext>
 #include <QOpenGLExtraFunctions>
 #include <QOpenGLFramebufferObject>
 
@@ -108,10 +106,9 @@ struct HostGl {
 
 TEST(GlRenderer, LeavesTheHostStateAsItFoundItAndDrawsInOneCall)
 {
-    QOffscreenSurface surface;
-    QOpenGLContext context;
-    ASSERT_TRUE(Tavrin::render::makeModernContext(ModernGl::Core, surface, context));
-    QOpenGLExtraFunctions& f = *context.extraFunctions();
+    Tavrin::offscreen::QtOffscreenGl gl;
+    ASSERT_TRUE(gl.create(Tavrin::offscreen::GlProfile::Core33)) << gl.error();
+    QOpenGLExtraFunctions& f = *gl.context()->extraFunctions();
     QOpenGLFramebufferObject target(64, 64);
     ASSERT_TRUE(target.bind());
 
@@ -139,7 +136,7 @@ TEST(GlRenderer, LeavesTheHostStateAsItFoundItAndDrawsInOneCall)
     renderer.Release();
     EXPECT_FALSE(renderer.IsInitialized());
     host.expectIntact(f);
-    context.doneCurrent();
+    gl.doneCurrent();
     EXPECT_FALSE(renderer.Initialize()) << "no context current";
 }
 
@@ -147,6 +144,7 @@ TEST(GlRenderer, LeavesTheHostStateAsItFoundItAndDrawsInOneCall)
 
 int main(int argc, char** argv)
 {
+    Tavrin::offscreen::preferHeadlessQtPlatform();
     QGuiApplication app(argc, argv);
     ::testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();

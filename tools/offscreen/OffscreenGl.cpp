@@ -22,6 +22,38 @@ EGLDisplay surfacelessDisplay()
     return eglGetDisplay(EGL_DEFAULT_DISPLAY);
 }
 
+// What each profile asks of EGL: the API to bind, the config's renderable type and the
+// context's version and profile.
+struct ProfileRequest {
+    EGLenum api;
+    EGLint renderable;
+    EGLint contextAttribs[7];
+    const char* name;
+};
+
+ProfileRequest requestFor(GlProfile profile)
+{
+    switch (profile) {
+    case GlProfile::Core33:
+        return {EGL_OPENGL_API,
+                EGL_OPENGL_BIT,
+                {EGL_CONTEXT_MAJOR_VERSION, 3, EGL_CONTEXT_MINOR_VERSION, 3, EGL_CONTEXT_OPENGL_PROFILE_MASK,
+                 EGL_CONTEXT_OPENGL_CORE_PROFILE_BIT, EGL_NONE},
+                "an OpenGL 3.3 core-profile"};
+    case GlProfile::Es30:
+        return {EGL_OPENGL_ES_API,
+                EGL_OPENGL_ES3_BIT,
+                {EGL_CONTEXT_MAJOR_VERSION, 3, EGL_CONTEXT_MINOR_VERSION, 0, EGL_NONE},
+                "an OpenGL ES 3.0"};
+    case GlProfile::Compatibility:
+        break;
+    }
+    return {EGL_OPENGL_API,
+            EGL_OPENGL_BIT,
+            {EGL_CONTEXT_OPENGL_PROFILE_MASK, EGL_CONTEXT_OPENGL_COMPATIBILITY_PROFILE_BIT, EGL_NONE},
+            "a compatibility-profile"};
+}
+
 }  // namespace
 
 OffscreenGl::~OffscreenGl()
@@ -30,59 +62,65 @@ OffscreenGl::~OffscreenGl()
         return;
     }
     EGLDisplay display = static_cast<EGLDisplay>(m_display);
-    eglMakeCurrent(display, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
+    if (m_context != nullptr && eglGetCurrentContext() == static_cast<EGLContext>(m_context)) {
+        eglMakeCurrent(display, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
+    }
     if (m_context != nullptr) {
         eglDestroyContext(display, static_cast<EGLContext>(m_context));
     }
     if (m_surface != nullptr) {
         eglDestroySurface(display, static_cast<EGLSurface>(m_surface));
     }
-    eglTerminate(display);
 }
 
-bool OffscreenGl::create(int width, int height)
+bool OffscreenGl::fail(const char* why)
 {
+    m_error = why;
+    return false;
+}
+
+bool OffscreenGl::create(int width, int height, GlProfile profile)
+{
+    if (m_display != nullptr) {
+        return fail("the context exists already");
+    }
     if (width <= 0 || height <= 0) {
-        m_error = "the surface size must be positive";
-        return false;
+        return fail("the surface size must be positive");
     }
     EGLDisplay display = surfacelessDisplay();
     if (display == EGL_NO_DISPLAY || !eglInitialize(display, nullptr, nullptr)) {
-        m_error = "no EGL display (is Mesa's EGL installed?)";
-        return false;
+        return fail("no EGL display (is Mesa's EGL installed?)");
     }
     m_display = display;
-    if (!eglBindAPI(EGL_OPENGL_API)) {
-        m_error = "EGL cannot bind desktop OpenGL";
+    m_profile = profile;
+    const ProfileRequest request = requestFor(profile);
+    if (!eglBindAPI(request.api)) {
+        m_error = std::string("EGL cannot bind the API of ") + request.name + " context";
         return false;
     }
-    const EGLint configAttribs[] = {EGL_SURFACE_TYPE, EGL_PBUFFER_BIT, EGL_RENDERABLE_TYPE, EGL_OPENGL_BIT,
+    const EGLint configAttribs[] = {EGL_SURFACE_TYPE, EGL_PBUFFER_BIT, EGL_RENDERABLE_TYPE, request.renderable,
                                     EGL_RED_SIZE, 8, EGL_GREEN_SIZE, 8, EGL_BLUE_SIZE, 8, EGL_ALPHA_SIZE, 8,
                                     EGL_NONE};
     EGLConfig config = nullptr;
     EGLint configs = 0;
     if (!eglChooseConfig(display, configAttribs, &config, 1, &configs) || configs < 1) {
-        m_error = "no RGBA8 pbuffer config for desktop OpenGL";
+        m_error = std::string("no RGBA8 pbuffer config for ") + request.name + " context";
         return false;
     }
     const EGLint surfaceAttribs[] = {EGL_WIDTH, width, EGL_HEIGHT, height, EGL_NONE};
     EGLSurface surface = eglCreatePbufferSurface(display, config, surfaceAttribs);
     if (surface == EGL_NO_SURFACE) {
-        m_error = "cannot create a pbuffer surface";
-        return false;
+        return fail("cannot create a pbuffer surface");
     }
     m_surface = surface;
-    const EGLint contextAttribs[] = {EGL_CONTEXT_OPENGL_PROFILE_MASK,
-                                     EGL_CONTEXT_OPENGL_COMPATIBILITY_PROFILE_BIT, EGL_NONE};
-    EGLContext context = eglCreateContext(display, config, EGL_NO_CONTEXT, contextAttribs);
+    EGLContext context = eglCreateContext(display, config, EGL_NO_CONTEXT, request.contextAttribs);
     if (context == EGL_NO_CONTEXT) {
-        m_error = "cannot create a compatibility-profile context";
+        m_error = std::string("cannot create ") + request.name + " context";
         return false;
     }
     m_context = context;
     if (!eglMakeCurrent(display, surface, surface, context)) {
-        m_error = "cannot make the context current";
-        return false;
+        return fail("cannot make the context current");
     }
     m_width = width;
     m_height = height;
@@ -108,10 +146,12 @@ void OffscreenGl::release()
 void OffscreenGl::clear(float r, float g, float b, float a)
 {
     glViewport(0, 0, m_width, m_height);
-    glMatrixMode(GL_PROJECTION);
-    glLoadIdentity();
-    glMatrixMode(GL_MODELVIEW);
-    glLoadIdentity();
+    if (m_profile == GlProfile::Compatibility) {
+        glMatrixMode(GL_PROJECTION);
+        glLoadIdentity();
+        glMatrixMode(GL_MODELVIEW);
+        glLoadIdentity();
+    }
     glClearColor(r, g, b, a);
     glClear(GL_COLOR_BUFFER_BIT);
 }

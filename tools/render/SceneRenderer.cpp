@@ -5,8 +5,6 @@
 #include <TavrinQt/GlRenderer.h>
 #include <TavrinQt/PaintDrawList.h>
 
-#include <QOffscreenSurface>
-#include <QOpenGLContext>
 #include <QOpenGLFramebufferObject>
 #include <QOpenGLFunctions>
 
@@ -117,32 +115,16 @@ QImage paintSceneImage(const Scene& scene, bool text)
     return image.convertToFormat(QImage::Format_RGB888);
 }
 
-bool makeModernContext(ModernGl flavour, QOffscreenSurface& surface, QOpenGLContext& context)
-{
-    QSurfaceFormat format;
-    if (flavour == ModernGl::Es) {
-        format.setRenderableType(QSurfaceFormat::OpenGLES);
-        format.setVersion(3, 0);
-    } else {
-        format.setRenderableType(QSurfaceFormat::OpenGL);
-        format.setProfile(QSurfaceFormat::CoreProfile);
-        format.setVersion(3, 3);
-    }
-    surface.setFormat(format);
-    surface.create();
-    context.setFormat(format);
-    return context.create() && context.makeCurrent(&surface);
-}
-
 QImage renderSceneModernGl(const Scene& scene, ModernGl flavour, bool text, QString& error)
 {
-    QOffscreenSurface surface;
-    QOpenGLContext context;
-    if (!makeModernContext(flavour, surface, context)) {
-        error = QStringLiteral("no OpenGL %1 context").arg(flavour == ModernGl::Es ? QStringLiteral("ES 3.0")
-                                                                                   : QStringLiteral("3.3 core"));
+    offscreen::QtOffscreenGl gl;
+    if (!gl.create(flavour == ModernGl::Es ? offscreen::GlProfile::Es30 : offscreen::GlProfile::Core33)) {
+        error = QStringLiteral("no OpenGL %1 context: %2")
+                    .arg(flavour == ModernGl::Es ? QStringLiteral("ES 3.0") : QStringLiteral("3.3 core"),
+                         QString::fromStdString(gl.error()));
         return QImage();
     }
+    QOpenGLContext& context = *gl.context();
     QImage overlay;
     {
         QOpenGLFramebufferObject target(scene.size);
@@ -151,7 +133,6 @@ QImage renderSceneModernGl(const Scene& scene, ModernGl flavour, bool text, QStr
             error = QStringLiteral("no framebuffer or renderer in the %1 context")
                         .arg(QString::fromLatin1(reinterpret_cast<const char*>(
                             context.functions()->glGetString(GL_VERSION))));
-            context.doneCurrent();
             return QImage();
         }
         QOpenGLFunctions* f = context.functions();
@@ -163,7 +144,6 @@ QImage renderSceneModernGl(const Scene& scene, ModernGl flavour, bool text, QStr
         renderer.Release();
         target.release();
     }
-    context.doneCurrent();
     // The figures, premultiplied, over the background as the GPU would blend them there.
     QImage image(scene.size, QImage::Format_RGB32);
     {

@@ -2,13 +2,12 @@
 #define TAVRIN_TOOLS_RENDER_SCENERENDERER_H
 
 #include "OffscreenGl.h"
+#include "QtOffscreenGl.h"
 #include "Scene.h"
 
 #include <Tavrin/DrawList.h>
 
 #include <QImage>
-#include <QOffscreenSurface>
-#include <QOpenGLContext>
 #include <QPainter>
 
 namespace Tavrin {
@@ -46,16 +45,13 @@ QImage paintSceneImage(const Scene& scene, bool text = true);
 /// The OpenGL flavours GlRenderer draws in.
 enum class ModernGl { Core, Es };
 
-/// Creates `context` on `surface` in the flavour (desktop 3.3 core, or ES 3.0) and makes
-/// it current; false when Qt cannot.
-bool makeModernContext(ModernGl flavour, QOffscreenSurface& surface, QOpenGLContext& context);
-
 /// The scene's figures captured (captureScene) and drawn by GlRenderer in a Qt-made
 /// offscreen context of the given flavour (desktop core 3.3, or ES 3.0), into a
 /// transparent framebuffer object of the scene's size, then laid over the background
 /// and the picture: an opaque RGB picture like renderScene's. Needs a QGuiApplication
-/// whose platform makes OpenGL contexts (an X display); a null picture and `error` set
-/// when the context, the framebuffer or the renderer cannot be made.
+/// whose platform makes OpenGL contexts (see offscreen::preferHeadlessQtPlatform); a
+/// null picture and `error` set when the context, the framebuffer or the renderer cannot
+/// be made.
 QImage renderSceneModernGl(const Scene& scene, ModernGl flavour, bool text, QString& error);
 
 }  // namespace render

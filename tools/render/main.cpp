@@ -10,6 +10,7 @@
 // a temporary file beside OUT.png and renamed into place only once it is complete).
 
 #include "OffscreenGl.h"
+#include "QtOffscreenGl.h"
 #include "Scene.h"
 #include "SceneRenderer.h"
 
@@ -49,8 +50,8 @@ const char kHelp[] =
     "  --renderer R   gl1: the figures' OpenGL drawing in an offscreen context (default for\n"
     "                 .png and .jpg); painter: their draw list painted with QPainter, no\n"
     "                 OpenGL needed (default for .svg and .pdf); core, gles: the draw list\n"
-    "                 drawn by GlRenderer in an OpenGL 3.3 core or ES 3.0 context that Qt\n"
-    "                 makes (needs a display: run under xvfb-run on a server)\n"
+    "                 drawn by GlRenderer in an OpenGL 3.3 core or ES 3.0 context (Mesa's\n"
+    "                 surfaceless EGL through Qt's eglfs platform: no display needed)\n"
     "  --version      print the version and exit\n"
     "\n"
     "Output format: by the extension of OUT: .png, .jpg or .jpeg (either renderer), .svg or\n"
@@ -281,20 +282,10 @@ bool sameFile(const QString& scene, const QString& output)
            ::stat(QFile::encodeName(output).constData(), &b) == 0 && a.st_dev == b.st_dev && a.st_ino == b.st_ino;
 }
 
-/// Qt makes OpenGL contexts through its platform plugin, which needs a display here.
-bool hasDisplay()
-{
-    return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
-}
-
 /// The picture from GlRenderer into `image`; 0, or 1 after the one-line report.
 int renderModern(const Tavrin::render::Scene& scene, const Arguments& args, QImage& image)
 {
-    if (!hasDisplay()) {
-        printLine(QStringLiteral("%1: --renderer core and gles need a display for Qt's OpenGL (run under xvfb-run)")
-                      .arg(args.scene));
-        return 1;
-    }
+    Tavrin::offscreen::preferHeadlessQtPlatform();
     static int argc = 1;
     static char name[] = "tavrin-render";
     static char* argv[] = {name, nullptr};
