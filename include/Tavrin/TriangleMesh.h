@@ -15,7 +15,8 @@ namespace Tavrin {
 ///
 /// Each wide line segment becomes one quad across its ends (the way OpenGL draws wide
 /// lines: no joins, no caps), round points become discs with enough segments to look round
-/// at their size, square points quads, polygons fans, glyphs quads textured from their atlas
+/// at their size, square points quads, convex polygons ears of every other vertex (then of
+/// what is left, recursively: no long slivers), glyphs quads textured from their atlas
 /// cells. Untextured vertices sample the atlas's opaque block, so the texture's alpha times
 /// the vertex colour is the colour to blend.
 ///

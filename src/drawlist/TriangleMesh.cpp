@@ -2,6 +2,8 @@
 
 #include <Tavrin/FontAtlas.h>
 
+#include "drawlist/ConvexEars.h"
+
 #include <cmath>
 #include <exception>
 #include <limits>
@@ -194,8 +196,8 @@ public:
         }
     }
 
-    // A convex polygon as a fan from its first vertex.
-    void fan(const Point* p, std::uint32_t n, const Color& c)
+    // A convex polygon as ears (see cutConvexEars).
+    void convexPolygon(const Point* p, std::uint32_t n, const Color& c)
     {
         if (n < 3) {
             return;
@@ -204,15 +206,15 @@ public:
         for (std::uint32_t i = 0; i < n; ++i) {
             vertex(p[i], c, c.a);
         }
-        for (std::uint32_t i = 1; i + 1 < n; ++i) {
-            triangle(first, first + i, first + i + 1);
-        }
+        drawlist::cutConvexEars(n, [this, first](std::uint32_t a, std::uint32_t b, std::uint32_t c) {
+            triangle(first + a, first + b, first + c);
+        });
     }
 
     void triangles(const Point* p, std::uint32_t n, const Color& c)
     {
         for (std::uint32_t i = 0; i + 2 < n; i += 3) {
-            fan(p + i, 3, c);
+            convexPolygon(p + i, 3, c);
         }
     }
 
@@ -308,7 +310,7 @@ void tessellateBatch(MeshWriter& out, const DrawList::Batch& batch, const Point*
         out.triangles(p, batch.count, batch.color);
         break;
     case DrawList::Primitive::Polygon:
-        out.fan(p, batch.count, batch.color);
+        out.convexPolygon(p, batch.count, batch.color);
         break;
     }
 }

@@ -190,10 +190,11 @@ TEST(TriangleMesh, EachBatchKindTessellatesAsOpenGlDrawsIt)
     EXPECT_EQ(mesh.Indices().size(), 3u * 6u);
     mesh.Build(listOf(P::LineStrip, false, 1.0f, {pt(0.1f, 0.1f), pt(0.3f, 0.1f), pt(0.2f, 0.3f)}));
     EXPECT_EQ(mesh.Indices().size(), 2u * 6u);
-    // Polygons are fans; triangles three at a time, a trailing pair left out.
+    // Polygons are ears of every other vertex, then of what is left; triangles three at a
+    // time, a trailing pair left out.
     mesh.Build(listOf(P::Polygon, false, 0.0f, {pt(0.1f, 0.1f), pt(0.3f, 0.1f), pt(0.3f, 0.3f), pt(0.2f, 0.4f), pt(0.1f, 0.3f)}));
     EXPECT_EQ(mesh.Vertices().size(), 5u);
-    EXPECT_EQ(mesh.Indices(), (std::vector<std::uint32_t>{0, 1, 2, 0, 2, 3, 0, 3, 4}));
+    EXPECT_EQ(mesh.Indices(), (std::vector<std::uint32_t>{0, 1, 2, 2, 3, 4, 0, 2, 4}));
     mesh.Build(listOf(P::Triangles, true, 0.0f, {pt(0.1f, 0.1f), pt(0.3f, 0.1f), pt(0.3f, 0.3f), pt(0.5f, 0.5f), pt(0.6f, 0.6f)}), true);
     EXPECT_EQ(mesh.Indices().size(), 3u) << "one triangle, no fringe on a fill";
     EXPECT_FLOAT_EQ(mesh.Vertices()[0].x, 10.0f) << "from the first vertex";
