@@ -12,10 +12,12 @@ namespace Tavrin {
 /// or a compatibility context of 3.3 or newer, through Qt's function resolvers
 /// (QOpenGLExtraFunctions), so one path serves desktop and ES.
 ///
-/// Each frame the list becomes one `TriangleMesh` (with antialiasing fringes), uploaded
-/// into one vertex and one index buffer that grow and never shrink, and is drawn with one
-/// shader program, the `FontAtlas` as its only texture and premultiplied-alpha blending:
-/// one draw call per frame (none for an empty list), whatever the number of figures.
+/// Each frame the list becomes one `CoverageMesh` (a quad per line segment and per point,
+/// their smooth edges computed per fragment), uploaded into one vertex and one index
+/// buffer that grow and never shrink, and is drawn with premultiplied-alpha blending in
+/// at most two draw calls, whatever the number of figures: the shapes with a program
+/// that reads no texture, then the glyphs with one that reads the `FontAtlas` (its only
+/// texture). A list without text takes one call, an empty one none.
 ///
 /// `Render` leaves the host's state as it found it: the bound program, vertex array,
 /// array buffer, texture and sampler of unit 0, the active texture unit, blending (on or
@@ -44,7 +46,7 @@ public:
     /// Deletes the GL objects (the context they were made in must be current).
     void Release();
 
-    /// Draw calls the last `Render` made: 0 or 1.
+    /// Draw calls the last `Render` made: 0, 1 or 2.
     int LastDrawCalls() const;
 
 private:

@@ -1,54 +1,76 @@
 #include <TavrinQt/GlRenderer.h>
 
 #include <Tavrin/FontAtlas.h>
-#include <Tavrin/TriangleMesh.h>
+#include <Tavrin/CoverageMesh.h>
 
 #include <QOpenGLContext>
 #include <QOpenGLExtraFunctions>
 #include <QSurfaceFormat>
 
 #include <cstddef>
-#include <exception>
+#include <cstdint>
+#include <limits>
 
 namespace Tavrin {
 
 namespace {
 
-// View pixels to clip space; the atlas's alpha times the vertex colour, premultiplied.
+// View pixels to clip space; the edge vector interpolated, the reach the same at every
+// corner of a shape.
 const char kVertexShader[] = R"(
 in vec2 position;
+in vec2 edge;
+in float reach;
 in vec2 texel;
 in vec4 colour;
 uniform vec2 viewSize;
+out vec2 edgeVector;
+flat out float edgeReach;
 out vec2 atlasTexel;
 out vec4 vertexColour;
 void main()
 {
+    edgeVector = edge;
+    edgeReach = reach;
     atlasTexel = texel;
     vertexColour = colour;
     gl_Position = vec4(2.0 * position.x / viewSize.x - 1.0, 1.0 - 2.0 * position.y / viewSize.y, 0.0, 1.0);
 }
 )";
 
-// Shapes sample the atlas's opaque block, which is 1 everywhere: the fetch is skipped
-// for them, which spares software rasterisers a texture lookup per fragment.
-const char kFragmentShader[] = R"(
+// Shapes: the vertex colour times the coverage of the fragment, premultiplied. No texture
+// is read, which spares software rasterisers a lookup per fragment.
+const char kShapeFragmentShader[] = R"(
+in vec2 edgeVector;
+flat in float edgeReach;
 in vec2 atlasTexel;
 in vec4 vertexColour;
-uniform sampler2D atlas;
-uniform vec2 opaqueTexel;
 out vec4 fragment;
 void main()
 {
-    float alpha = vertexColour.a;
-    if (atlasTexel != opaqueTexel) {
-        alpha *= textureLod(atlas, atlasTexel, 0.0).r;
-    }
+    float alpha = vertexColour.a * clamp(edgeReach - length(edgeVector), 0.0, 1.0);
     fragment = vec4(vertexColour.rgb * alpha, alpha);
 }
 )";
 
-enum Attribute : GLuint { kPosition = 0, kTexel = 1, kColour = 2 };
+// Glyphs, and shapes drawn among them: the same times the atlas's alpha (shapes sample
+// its opaque block).
+const char kGlyphFragmentShader[] = R"(
+in vec2 edgeVector;
+flat in float edgeReach;
+in vec2 atlasTexel;
+in vec4 vertexColour;
+uniform sampler2D atlas;
+out vec4 fragment;
+void main()
+{
+    float alpha = vertexColour.a * clamp(edgeReach - length(edgeVector), 0.0, 1.0) *
+                  textureLod(atlas, atlasTexel, 0.0).r;
+    fragment = vec4(vertexColour.rgb * alpha, alpha);
+}
+)";
+
+enum Attribute : GLuint { kPosition = 0, kEdge = 1, kReach = 2, kTexel = 3, kColour = 4 };
 
 // The GLSL dialect of the context: ES 3.0 or desktop 3.30 (core or compatibility).
 bool supported(const QOpenGLContext& context)
@@ -133,19 +155,24 @@ struct HostState {
 
 }  // namespace
 
+// One linked program and its uniforms.
+struct Program {
+    GLuint name = 0;
+    GLint viewSize = -1;
+    GLint atlas = -1;
+};
+
 struct GlRenderer::State {
     QOpenGLContext* context = nullptr;
-    GLuint program = 0;
-    GLint viewSizeUniform = -1;
-    GLint atlasUniform = -1;
-    GLint opaqueTexelUniform = -1;
+    Program shapes;
+    Program glyphs;
     GLuint vertexArray = 0;
     GLuint vertexBuffer = 0;
     GLuint indexBuffer = 0;
     GLuint atlas = 0;
     GLsizeiptr vertexCapacity = 0;  // bytes
     GLsizeiptr indexCapacity = 0;   // bytes
-    TriangleMesh mesh;
+    CoverageMesh mesh;
     int lastDrawCalls = 0;
 
     GLuint compile(QOpenGLExtraFunctions& f, GLenum type, const char* body) const
@@ -164,30 +191,36 @@ struct GlRenderer::State {
         return shader;
     }
 
-    bool buildProgram(QOpenGLExtraFunctions& f)
+    bool link(QOpenGLExtraFunctions& f, const char* fragmentBody, Program& program) const
     {
         const GLuint vertex = compile(f, GL_VERTEX_SHADER, kVertexShader);
-        const GLuint fragment = compile(f, GL_FRAGMENT_SHADER, kFragmentShader);
+        const GLuint fragment = compile(f, GL_FRAGMENT_SHADER, fragmentBody);
         if (vertex == 0 || fragment == 0) {
             f.glDeleteShader(vertex);
             f.glDeleteShader(fragment);
             return false;
         }
-        program = f.glCreateProgram();
-        f.glAttachShader(program, vertex);
-        f.glAttachShader(program, fragment);
-        f.glBindAttribLocation(program, kPosition, "position");
-        f.glBindAttribLocation(program, kTexel, "texel");
-        f.glBindAttribLocation(program, kColour, "colour");
-        f.glLinkProgram(program);
+        program.name = f.glCreateProgram();
+        f.glAttachShader(program.name, vertex);
+        f.glAttachShader(program.name, fragment);
+        f.glBindAttribLocation(program.name, kPosition, "position");
+        f.glBindAttribLocation(program.name, kEdge, "edge");
+        f.glBindAttribLocation(program.name, kReach, "reach");
+        f.glBindAttribLocation(program.name, kTexel, "texel");
+        f.glBindAttribLocation(program.name, kColour, "colour");
+        f.glLinkProgram(program.name);
         f.glDeleteShader(vertex);
         f.glDeleteShader(fragment);
         GLint ok = GL_FALSE;
-        f.glGetProgramiv(program, GL_LINK_STATUS, &ok);
-        viewSizeUniform = f.glGetUniformLocation(program, "viewSize");
-        atlasUniform = f.glGetUniformLocation(program, "atlas");
-        opaqueTexelUniform = f.glGetUniformLocation(program, "opaqueTexel");
+        f.glGetProgramiv(program.name, GL_LINK_STATUS, &ok);
+        program.viewSize = f.glGetUniformLocation(program.name, "viewSize");
+        program.atlas = f.glGetUniformLocation(program.name, "atlas");
         return ok == GL_TRUE;
+    }
+
+    bool buildPrograms(QOpenGLExtraFunctions& f)
+    {
+        return link(f, kShapeFragmentShader, shapes) && link(f, kGlyphFragmentShader, glyphs);
     }
 
     // The font atlas as one 8-bit texture, sampled texel for texel.
@@ -223,16 +256,16 @@ struct GlRenderer::State {
         f.glBindVertexArray(vertexArray);
         f.glBindBuffer(GL_ARRAY_BUFFER, vertexBuffer);
         f.glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, indexBuffer);
-        const GLsizei stride = sizeof(TriangleMesh::Vertex);
-        f.glEnableVertexAttribArray(kPosition);
-        f.glEnableVertexAttribArray(kTexel);
-        f.glEnableVertexAttribArray(kColour);
-        f.glVertexAttribPointer(kPosition, 2, GL_FLOAT, GL_FALSE, stride,
-                                reinterpret_cast<const void*>(offsetof(TriangleMesh::Vertex, x)));
-        f.glVertexAttribPointer(kTexel, 2, GL_FLOAT, GL_FALSE, stride,
-                                reinterpret_cast<const void*>(offsetof(TriangleMesh::Vertex, u)));
-        f.glVertexAttribPointer(kColour, 4, GL_UNSIGNED_BYTE, GL_TRUE, stride,
-                                reinterpret_cast<const void*>(offsetof(TriangleMesh::Vertex, r)));
+        const GLsizei stride = sizeof(CoverageMesh::Vertex);
+        const auto at = [](std::size_t offset) { return reinterpret_cast<const void*>(offset); };
+        for (const GLuint attribute : {kPosition, kEdge, kReach, kTexel, kColour}) {
+            f.glEnableVertexAttribArray(attribute);
+        }
+        f.glVertexAttribPointer(kPosition, 2, GL_FLOAT, GL_FALSE, stride, at(offsetof(CoverageMesh::Vertex, x)));
+        f.glVertexAttribPointer(kEdge, 2, GL_FLOAT, GL_FALSE, stride, at(offsetof(CoverageMesh::Vertex, edgeX)));
+        f.glVertexAttribPointer(kReach, 1, GL_FLOAT, GL_FALSE, stride, at(offsetof(CoverageMesh::Vertex, reach)));
+        f.glVertexAttribPointer(kTexel, 2, GL_FLOAT, GL_FALSE, stride, at(offsetof(CoverageMesh::Vertex, u)));
+        f.glVertexAttribPointer(kColour, 4, GL_UNSIGNED_BYTE, GL_TRUE, stride, at(offsetof(CoverageMesh::Vertex, r)));
     }
 
     // Data into a buffer bound to `target`, growing it (never shrinking) when too small.
@@ -245,9 +278,25 @@ struct GlRenderer::State {
         f.glBufferSubData(target, 0, bytes, data);
     }
 
+    // `count` indices from `first` with `program`; nothing for none.
+    void draw(QOpenGLExtraFunctions& f, const Program& program, std::size_t first, std::size_t count, int width,
+              int height)
+    {
+        if (count == 0) {
+            return;
+        }
+        f.glUseProgram(program.name);
+        f.glUniform2f(program.viewSize, static_cast<GLfloat>(width), static_cast<GLfloat>(height));
+        f.glUniform1i(program.atlas, 0);
+        f.glDrawElements(GL_TRIANGLES, static_cast<GLsizei>(count), GL_UNSIGNED_INT,
+                         reinterpret_cast<const void*>(first * sizeof(std::uint32_t)));
+        ++lastDrawCalls;
+    }
+
     void deleteObjects(QOpenGLExtraFunctions& f)
     {
-        f.glDeleteProgram(program);
+        f.glDeleteProgram(shapes.name);
+        f.glDeleteProgram(glyphs.name);
         f.glDeleteVertexArrays(1, &vertexArray);
         f.glDeleteBuffers(1, &vertexBuffer);
         f.glDeleteBuffers(1, &indexBuffer);
@@ -282,7 +331,7 @@ bool GlRenderer::Initialize()
     GLint elementBuffer = 0;
     f.glGetIntegerv(GL_ELEMENT_ARRAY_BUFFER_BINDING, &elementBuffer);
     m_state->context = context;
-    const bool built = m_state->buildProgram(f);
+    const bool built = m_state->buildPrograms(f);
     if (built) {
         m_state->uploadAtlas(f);
         m_state->buildBuffers(f);
@@ -307,30 +356,20 @@ void GlRenderer::Render(const DrawList& list, int width, int height)
     if (s.context == nullptr || QOpenGLContext::currentContext() != s.context || width <= 0 || height <= 0) {
         return;
     }
-    try {
-        s.mesh.Build(list, true);
-    } catch (const std::exception&) {
-        return;
-    }
-    const auto indexCount = static_cast<GLsizei>(s.mesh.Indices().size());
-    if (indexCount == 0) {
+    s.mesh.Build(list);
+    const std::size_t indexCount = s.mesh.Indices().size();
+    if (indexCount == 0 || indexCount > static_cast<std::size_t>(std::numeric_limits<GLsizei>::max())) {
         return;
     }
     QOpenGLExtraFunctions& f = *s.context->extraFunctions();
     HostState host;
     host.save(f);
-    f.glUseProgram(s.program);
-    f.glUniform2f(s.viewSizeUniform, static_cast<GLfloat>(width), static_cast<GLfloat>(height));
-    f.glUniform1i(s.atlasUniform, 0);
-    const FontAtlas::Texel white = FontAtlas::WhiteTexel();
-    f.glUniform2f(s.opaqueTexelUniform, static_cast<GLfloat>(white.x) / FontAtlas::kWidth,
-                  static_cast<GLfloat>(white.y) / FontAtlas::kHeight);
     f.glBindVertexArray(s.vertexArray);
     f.glBindBuffer(GL_ARRAY_BUFFER, s.vertexBuffer);
     State::upload(f, GL_ARRAY_BUFFER, s.vertexCapacity, s.mesh.Vertices().data(),
-                  static_cast<GLsizeiptr>(s.mesh.Vertices().size() * sizeof(TriangleMesh::Vertex)));
+                  static_cast<GLsizeiptr>(s.mesh.Vertices().size() * sizeof(CoverageMesh::Vertex)));
     State::upload(f, GL_ELEMENT_ARRAY_BUFFER, s.indexCapacity, s.mesh.Indices().data(),
-                  static_cast<GLsizeiptr>(s.mesh.Indices().size() * sizeof(std::uint32_t)));
+                  static_cast<GLsizeiptr>(indexCount * sizeof(std::uint32_t)));
     f.glActiveTexture(GL_TEXTURE0);
     f.glBindTexture(GL_TEXTURE_2D, s.atlas);
     f.glBindSampler(0, 0);
@@ -339,8 +378,10 @@ void GlRenderer::Render(const DrawList& list, int width, int height)
     f.glBlendFuncSeparate(GL_ONE, GL_ONE_MINUS_SRC_ALPHA, GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
     f.glDisable(GL_DEPTH_TEST);
     f.glDisable(GL_CULL_FACE);
-    f.glDrawElements(GL_TRIANGLES, indexCount, GL_UNSIGNED_INT, nullptr);
-    s.lastDrawCalls = 1;
+    // The shapes-only part, then the rest with the atlas.
+    const std::size_t shapeCount = s.mesh.ShapeIndexCount();
+    s.draw(f, s.shapes, 0, shapeCount, width, height);
+    s.draw(f, s.glyphs, shapeCount, indexCount - shapeCount, width, height);
     host.restore(f);
 }
 
