@@ -10,6 +10,7 @@
 
 #include "support/FakeGl.h"
 
+#include <Tavrin/CoverageMesh.h>
 #include <Tavrin/DrawList.h>
 #include <Tavrin/TavrinTypes.h>
 #include <Tavrin/TriangleMesh.h>
@@ -180,8 +181,9 @@ inline std::vector<char> text(FuzzInput& in)
 }
 
 /// A draw made into a draw list: no OpenGL call at all, every batch and run inside the
-/// list's arrays, every vertex finite; its triangle form (with and without fringes)
-/// finite, every index naming a vertex.
+/// list's arrays, every vertex finite; its triangle forms (with and without fringes, and
+/// with coverage) finite, every index naming a vertex, the shapes-only part inside the
+/// indices.
 template <class DrawCall>
 void checkCapturedDraw(DrawCall draw)
 {
@@ -215,6 +217,19 @@ void checkCapturedDraw(DrawCall draw)
                            v.v <= 1.0f,
                        "mesh vertices finite, texture coordinates inside the atlas");
         }
+    }
+    Tavrin::CoverageMesh coverage;
+    coverage.Build(list);
+    FUZZ_CHECK(coverage.Indices().size() % 3 == 0 && coverage.ShapeIndexCount() % 3 == 0 &&
+                   coverage.ShapeIndexCount() <= coverage.Indices().size(),
+               "whole triangles in both parts");
+    for (const std::uint32_t i : coverage.Indices()) {
+        FUZZ_CHECK(i < coverage.Vertices().size(), "indices name vertices");
+    }
+    for (const Tavrin::CoverageMesh::Vertex& v : coverage.Vertices()) {
+        FUZZ_CHECK(std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.edgeX) && std::isfinite(v.edgeY) &&
+                       v.reach >= 1.0f && v.u >= 0.0f && v.u <= 1.0f && v.v >= 0.0f && v.v <= 1.0f,
+                   "coverage vertices finite, reach at least a pixel, texture coordinates inside the atlas");
     }
 }
 

@@ -48,6 +48,7 @@
 #include <Tavrin/Crossings.h>
 
 // Drawing without an OpenGL compatibility context.
+#include <Tavrin/CoverageMesh.h>
 #include <Tavrin/DrawList.h>
 #include <Tavrin/FontAtlas.h>
 #include <Tavrin/TriangleMesh.h>

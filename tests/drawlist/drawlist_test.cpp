@@ -9,6 +9,7 @@
 
 #include <Tavrin/Tavrin.h>
 
+#include <array>
 #include <thread>
 
 using namespace Tavrin;
@@ -254,6 +255,96 @@ TEST(TriangleMesh, GlyphsAreAtlasQuadsInDrawingOrder)
         }
         EXPECT_EQ(got, want) << "byte " << c;
     }
+}
+
+// The coverage form: one quad per segment and point whose smooth edge the shader computes
+// as reach - |edge|, so each corner's edge vector and reach are the whole contract.
+TEST(CoverageMesh, QuadsCarryTheEdgeAcrossThemAndFillsAreSolid)
+{
+    CoverageMesh mesh;
+    using Corner = std::array<float, 5>;  // x, y, edge x, edge y, reach
+    using C = std::vector<Corner>;
+    auto expectCorners = [&mesh](const C& want, std::size_t from = 0) {
+        ASSERT_LE(from + want.size(), mesh.Vertices().size());
+        for (std::size_t i = 0; i < want.size(); ++i) {
+            const CoverageMesh::Vertex& v = mesh.Vertices()[from + i];
+            const Corner got{v.x, v.y, v.edgeX, v.edgeY, v.reach};
+            for (std::size_t k = 0; k < got.size(); ++k) {
+                EXPECT_NEAR(got[k], want[i][k], 1e-4f) << "corner " << from + i << ", value " << k;
+            }
+        }
+    };
+    // A smoothed 4-pixel line from (10, 50) to (30, 50): half a pixel past each side,
+    // full coverage to 1.5 pixels from its middle, none at 2.5.
+    mesh.Build(listOf(P::Lines, true, 4.0f, {pt(0.1f, 0.5f), pt(0.3f, 0.5f)}));
+    ASSERT_EQ(mesh.Vertices().size(), 4u);
+    expectCorners(C{{10, 52.5f, 2.5f, 0, 2.5f}, {30, 52.5f, 2.5f, 0, 2.5f}, {30, 47.5f, -2.5f, 0, 2.5f},
+                    {10, 47.5f, -2.5f, 0, 2.5f}});
+    EXPECT_EQ(mesh.Indices(), (std::vector<std::uint32_t>{0, 1, 2, 0, 2, 3}));
+    EXPECT_EQ(mesh.ShapeIndexCount(), 6u);
+    EXPECT_EQ(mesh.Vertices()[0].a, 200);
+    // Unsmoothed: its exact width, solid. Thinner than a pixel: a pixel.
+    mesh.Build(listOf(P::Lines, false, 4.0f, {pt(0.1f, 0.5f), pt(0.3f, 0.5f)}));
+    expectCorners(C{{10, 52, 0, 0, 1}, {30, 52, 0, 0, 1}, {30, 48, 0, 0, 1}, {10, 48, 0, 0, 1}});
+    mesh.Build(listOf(P::LineStrip, true, 0.5f, {pt(0.1f, 0.5f), pt(0.3f, 0.5f)}));
+    expectCorners(C{{10, 51, 1, 0, 1}});
+    // A loop closes; a segment of no length is left out.
+    mesh.Build(listOf(P::LineLoop, true, 1.0f, {pt(0.1f, 0.1f), pt(0.1f, 0.1f), pt(0.3f, 0.1f), pt(0.2f, 0.3f)}));
+    EXPECT_EQ(mesh.Indices().size(), 3u * 6u);
+    // Round points: a square reaching half a pixel past the disc, edges from the centre.
+    mesh.Build(listOf(P::Points, true, 8.0f, {pt(0.5f, 0.5f)}));
+    ASSERT_EQ(mesh.Vertices().size(), 4u);
+    expectCorners(C{{45.5f, 45.5f, -4.5f, -4.5f, 4.5f}, {54.5f, 45.5f, 4.5f, -4.5f, 4.5f},
+                    {54.5f, 54.5f, 4.5f, 4.5f, 4.5f}, {45.5f, 54.5f, -4.5f, 4.5f, 4.5f}});
+    mesh.Build(listOf(P::Points, false, 8.0f, {pt(0.5f, 0.5f)}));
+    expectCorners(C{{54, 54, 0, 0, 1}}, 2);
+    // Fills: ears, solid; triangles three at a time.
+    mesh.Build(listOf(P::Polygon, true, 0.0f, {pt(0.1f, 0.1f), pt(0.3f, 0.1f), pt(0.3f, 0.3f), pt(0.2f, 0.4f), pt(0.1f, 0.3f)}));
+    EXPECT_EQ(mesh.Indices(), (std::vector<std::uint32_t>{0, 1, 2, 2, 3, 4, 0, 2, 4}));
+    expectCorners(C{{20, 40, 0, 0, 1}}, 3);
+    mesh.Build(listOf(P::Triangles, true, 0.0f, {pt(0.1f, 0.1f), pt(0.3f, 0.1f), pt(0.3f, 0.3f), pt(0.5f, 0.5f)}));
+    EXPECT_EQ(mesh.Indices().size(), 3u);
+    // Shapes sample the atlas's opaque block; an empty list leaves nothing behind.
+    const FontAtlas::Texel white = FontAtlas::WhiteTexel();
+    EXPECT_FLOAT_EQ(mesh.Vertices()[0].v * FontAtlas::kHeight, static_cast<float>(white.y));
+    mesh.Build(DrawList());
+    EXPECT_TRUE(mesh.Vertices().empty() && mesh.Indices().empty());
+    EXPECT_EQ(mesh.ShapeIndexCount(), 0u);
+}
+
+// Glyphs move behind every shape only when no later shape reaches them; otherwise the
+// part after the shapes keeps the list's order from the first glyph on.
+TEST(CoverageMesh, GlyphsGoLastOnlyWhereNoLaterShapeReachesThem)
+{
+    auto listWithText = [](float secondLineY) {
+        DrawList list = listOf(P::Lines, false, 1.0f, {pt(0.1f, 0.9f), pt(0.3f, 0.9f)});
+        const char text[] = "AB";
+        DrawListWriter::addText(list, geometry::glPointOf(0.5f, 0.5f), 0, 0, text, 2);
+        DrawListWriter::addBatch(list, P::Lines,
+                                 std::vector<tagTAVRIN_POINT>{pt(0.0f, secondLineY), pt(1.0f, secondLineY)}.data(), 2);
+        return list;
+    };
+    CoverageMesh mesh;
+    const DrawList apart = listWithText(0.05f);
+    mesh.Build(apart);
+    ASSERT_EQ(mesh.Indices().size(), 6u + 6u + 12u);
+    EXPECT_EQ(mesh.ShapeIndexCount(), 12u) << "both lines first";
+    EXPECT_NE(mesh.Vertices()[mesh.Indices()[12]].u, mesh.Vertices()[0].u) << "then the glyphs";
+
+    // The second line through the middle of the text's cells.
+    const DrawList::TextRun& run = apart.TextRuns()[0];
+    const float middle = (static_cast<float>(run.y) + DrawList::kGlyphHeight / 2.0f) / 100.0f;
+    mesh.Build(listWithText(middle));
+    ASSERT_EQ(mesh.Indices().size(), 24u);
+    EXPECT_EQ(mesh.ShapeIndexCount(), 6u) << "the first line only";
+    EXPECT_NE(mesh.Vertices()[mesh.Indices()[6]].u, mesh.Vertices()[0].u) << "the glyphs next";
+    EXPECT_FLOAT_EQ(mesh.Vertices()[mesh.Indices()[18]].y, middle * 100.0f + 0.5f) << "the second line last";
+    // Just clear of the cells, and just reaching them: the second line's reach is its half
+    // width and a pixel.
+    mesh.Build(listWithText((static_cast<float>(run.y) - 1.6f) / 100.0f));
+    EXPECT_EQ(mesh.ShapeIndexCount(), 12u);
+    mesh.Build(listWithText((static_cast<float>(run.y) - 1.4f) / 100.0f));
+    EXPECT_EQ(mesh.ShapeIndexCount(), 6u);
 }
 
 }  // namespace

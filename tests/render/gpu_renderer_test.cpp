@@ -11,6 +11,9 @@
 #include <QOpenGLExtraFunctions>
 #include <QOpenGLFramebufferObject>
 
+#include <algorithm>
+#include <cstdlib>
+
 using Tavrin::render::ModernGl;
 
 namespace {
@@ -30,6 +33,44 @@ TEST(GlRenderer, EveryExampleSceneMatchesTheOpenGlPictureInCoreAndEs)
         expectEveryExampleMatchesGl(
             [flavour](const Tavrin::render::Scene& scene, bool text) { return drawModern(scene, text, flavour); });
     }
+}
+
+// A label under a later figure's line keeps its place below it: the second draw call keeps
+// the list's order from the first glyph on when a later shape reaches a glyph. The glyph
+// cells match the OpenGL path's, and the frame takes two calls.
+TEST(GlRenderer, KeepsGlyphsUnderLaterShapesThatCoverThem)
+{
+    // The line crosses the label's cells (rows 37 to 49 of 120).
+    const QByteArray json = R"({"width": 200, "height": 120, "background": "#202020", "figures": [
+        {"kind": "ShieldRegion", "vertices": [[0.1, 0.3], [0.5, 0.3], [0.5, 0.6]], "label": "MMMMMM", "status": 0},
+        {"kind": "ITCLine", "vertices": [[0.0, 0.36], [1.0, 0.36]], "status": 0}]})";
+    const Tavrin::render::Scene scene = Tavrin::render::parseScene(json, QString(), std::nullopt);
+    const QImage gl = render(scene);
+    const QImage core = drawModern(scene, true, ModernGl::Core);
+    const Tavrin::DrawList list = Tavrin::render::captureScene(scene);
+    ASSERT_EQ(list.TextRuns().size(), 1u);
+    const Tavrin::DrawList::TextRun& run = list.TextRuns()[0];
+    ASSERT_TRUE(run.y < 43 && run.y + Tavrin::DrawList::kGlyphHeight > 44) << run.y;
+    int worst = 0;
+    for (int y = run.y; y < run.y + Tavrin::DrawList::kGlyphHeight; ++y) {
+        for (int x = run.x; x < run.x + static_cast<int>(run.length) * Tavrin::DrawList::kGlyphWidth; ++x) {
+            const QRgb a = gl.pixel(x, y);
+            const QRgb b = core.pixel(x, y);
+            worst = std::max({worst, std::abs(qRed(a) - qRed(b)), std::abs(qGreen(a) - qGreen(b)),
+                              std::abs(qBlue(a) - qBlue(b))});
+        }
+    }
+    EXPECT_LE(worst, 24) << "the glyph cells differ from the OpenGL path's";
+
+    Tavrin::offscreen::QtOffscreenGl context;
+    ASSERT_TRUE(context.create(Tavrin::offscreen::GlProfile::Es30)) << context.error();
+    QOpenGLFramebufferObject target(64, 64);
+    ASSERT_TRUE(target.bind());
+    Tavrin::GlRenderer renderer;
+    ASSERT_TRUE(renderer.Initialize());
+    renderer.Render(list, 200, 120);
+    EXPECT_EQ(renderer.LastDrawCalls(), 2);
+    renderer.Release();
 }
 
 // A host's own GL state, set to values the renderer must not leave changed.
