@@ -93,6 +93,20 @@ void BM_Tessellate(benchmark::State& state)
 }
 BENCHMARK(BM_Tessellate)->ArgsProduct({{16, 64, 256, 1000}, {0, 1}})->Unit(benchmark::kMicrosecond);
 
+// The same frame in the coverage form GlRenderer draws.
+void BM_CoverageMesh(benchmark::State& state)
+{
+    Scene scene(static_cast<int>(state.range(0)));
+    const DrawList list = capturedFrame(scene);
+    CoverageMesh mesh;
+    for (auto _ : state) {
+        mesh.Build(list);
+        benchmark::DoNotOptimize(mesh.Indices().data());
+    }
+    state.counters["triangles"] = static_cast<double>(mesh.Indices().size() / 3);
+}
+BENCHMARK(BM_CoverageMesh)->Arg(16)->Arg(64)->Arg(256)->Arg(1000)->Unit(benchmark::kMicrosecond);
+
 // A captured frame painted with QPainter into a 1280 x 720 picture (cleared each frame).
 void BM_PaintDrawList(benchmark::State& state)
 {

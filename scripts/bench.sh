@@ -6,8 +6,8 @@
 #
 # Variants run as interleaved repetitions (random order), so drift of a shared machine
 # affects them alike; medians are reported. Run it on a machine as quiet as you can get.
-# The Qt OpenGL variants need an X display for Qt's offscreen platform: when none is set
-# and Xvfb is installed, one is started for them and stopped afterwards.
+# The OpenGL variants need no display: Mesa's surfaceless EGL, adopted by Qt's eglfs
+# platform for the Qt ones; they all run in one process.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 build=${TAVRIN_BUILD_DIR:-$root/build}
@@ -24,38 +24,20 @@ cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo -DTAVRIN_BUILD_BE
 cmake --build "$build" -j "$jobs" --target tavrin_bench tavrin_bench_gl tavrin_bench_record
 
 results=$(mktemp -d)
-xvfb_pid=
-cleanup() {
-    if [[ -n "$xvfb_pid" ]]; then kill "$xvfb_pid" 2>/dev/null || true; fi
-    rm -rf "$results"
-}
-trap cleanup EXIT
+trap 'rm -rf "$results"' EXIT
 
 load_before=$(cut -d' ' -f1-3 /proc/loadavg)
 common=(--benchmark_repetitions=$repetitions --benchmark_enable_random_interleaving=true
         --benchmark_display_aggregates_only=true --benchmark_out_format=json)
 
-echo "== library cost, hit tests, triangulation, registry"
+echo "== library cost, draw lists, hit tests, triangulation, registry"
 "$build/bench/tavrin_bench" "${common[@]}" --benchmark_min_time=$min_time \
     --benchmark_out="$results/library.json"
 
-echo "== Mesa: library, floor, QPainter into a QImage"
-"$build/bench/tavrin_bench_gl" "${common[@]}" --benchmark_min_time=$gl_min_time \
-    --benchmark_filter='Mesa|QPainterRaster' --benchmark_out="$results/mesa.json"
+echo "== Mesa and one Qt context: library, floor, QPainter on GL and into a QImage, GlRenderer"
+env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM "$build/bench/tavrin_bench_gl" "${common[@]}" \
+    --benchmark_min_time=$gl_min_time --benchmark_out="$results/gl.json"
 "$build/bench/tavrin_bench_gl" --renderer > "$results/renderer.txt" || echo "unknown" > "$results/renderer.txt"
-
-echo "== Qt OpenGL context: library, floor, QPainter on a QOpenGLPaintDevice"
-if [[ -z "${DISPLAY:-}" ]] && command -v Xvfb >/dev/null; then
-    for n in $(seq 90 120); do
-        if [[ ! -e /tmp/.X11-unix/X$n && ! -e /tmp/.X$n-lock ]]; then break; fi
-    done
-    Xvfb ":$n" -screen 0 1280x1024x24 -nolisten tcp >/dev/null 2>&1 &
-    xvfb_pid=$!
-    export DISPLAY=":$n"
-    sleep 2
-fi
-QT_QPA_PLATFORM=offscreen "$build/bench/tavrin_bench_gl" "${common[@]}" --benchmark_min_time=$gl_min_time \
-    --benchmark_filter='QtGl|QPainterGl' --benchmark_out="$results/qtgl.json" || true
 load_after=$(cut -d' ' -f1-3 /proc/loadavg)
 
 python3 "$root/scripts/bench_report.py" --results "$results" --out "$out" \

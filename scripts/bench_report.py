@@ -93,8 +93,9 @@ def machine():
 
 def block(args):
     lib = load(os.path.join(args.results, "library.json"))
-    mesa = load(os.path.join(args.results, "mesa.json"))
-    qt = load(os.path.join(args.results, "qtgl.json"))
+    # The Mesa and the Qt variants run in one process: two contexts on one EGL display.
+    mesa = load(os.path.join(args.results, "gl.json"))
+    qt = mesa
     renderer = "unknown"
     renderer_file = os.path.join(args.results, "renderer.txt")
     if os.path.exists(renderer_file):
@@ -168,7 +169,7 @@ def block(args):
                  + verdict(None if any(v is None for v in frame_ratios) else all(v <= 0.5 for v in frame_ratios)) + " |")
     cpu_ratios = []
     for n in (64, 256):
-        c, t = find(lib, "BM_CaptureDraw", n), lib.get(f"BM_Tessellate/{n}/1")
+        c, t = find(lib, "BM_CaptureDraw", n), find(lib, "BM_CoverageMesh", n)
         d = find(lib, "BM_LibraryDraw", n)
         cpu_ratios.append(None if c is None or t is None or d is None else (c["cpu"] + t["cpu"]) / d["cpu"])
     lines.append("| Capture plus tessellation ≤ 2 × the OpenGL path's CPU, 64 and 256 figures | "
@@ -196,12 +197,13 @@ def block(args):
     lines.append("")
     lines.append("Capture: the scene's Draw calls inside a DrawListScope, one list cleared every frame. "
                  "Triangles: TriangleMesh::Build of that list, without and with the antialiasing "
-                 "fringes. Painter: PaintDrawList into a 1280 x 720 QImage (raster engine, "
-                 "antialiased where the OpenGL path smooths).")
+                 "fringes. Coverage: CoverageMesh::Build, the form GlRenderer draws. Painter: "
+                 "PaintDrawList into a 1280 x 720 QImage (raster engine, antialiased where the "
+                 "OpenGL path smooths).")
     lines.append("")
     lines.append("| Figures | OpenGL path | Capture | Capture / OpenGL path | Vertices | Triangles | "
-                 "Triangles, fringed | Painter |")
-    lines.append("|---|---|---|---|---|---|---|---|")
+                 "Triangles, fringed | Coverage | Painter |")
+    lines.append("|---|---|---|---|---|---|---|---|---|")
     def vertices(e):
         return "n/a" if e is None or "vertices" not in e else f"{e['vertices']:,.0f}"
 
@@ -212,7 +214,8 @@ def block(args):
         p = find(lib, "BM_PaintDrawList", n)
         d = draw.get(n) or find(lib, "BM_LibraryDraw", n)
         lines.append(f"| {n} | {us(cpu(d))} | {us(cpu(c))} | {fmt_ratio(ratio(cpu(c), cpu(d)))} | "
-                     f"{vertices(c)} | {us(cpu(plain))} | {us(cpu(fringed))} | {us(cpu(p))} |")
+                     f"{vertices(c)} | {us(cpu(plain))} | {us(cpu(fringed))} | "
+                     f"{us(cpu(find(lib, 'BM_CoverageMesh', n)))} | {us(cpu(p))} |")
     lines.append("")
 
     lines.append("### Mesa: library against its floor, frame for frame (wall µs per frame)")
@@ -256,8 +259,7 @@ def block(args):
                  "(wall µs per frame)")
     lines.append("")
     if not qt:
-        lines.append("Not measured: no Qt OpenGL context (Qt's offscreen platform needs an X display; "
-                     "install Xvfb).")
+        lines.append("Not measured: no Qt OpenGL context.")
     else:
         lines.append("| Figures | Library | Floor | QPainter GL | Library / QPainter GL | Floor / QPainter GL |")
         lines.append("|---|---|---|---|---|---|")
@@ -272,11 +274,11 @@ def block(args):
     if not qt:
         lines.append("Not measured: no Qt OpenGL context.")
     else:
-        lines.append("One 3.3 compatibility context (Qt's offscreen platform on Xvfb, Mesa llvmpipe), one framebuffer "
-                     "object, frames ending in glFinish. GlRenderer: capture into a draw list, then Render "
-                     "(tessellation with fringes, upload, one draw call); its CPU columns are the medians of those "
-                     "two steps (Render's includes llvmpipe's vertex work, done on the calling thread). QPainter: the "
-                     "equivalent overlay's shapes.")
+        lines.append("One compatibility context (Mesa llvmpipe through surfaceless EGL, adopted by Qt's eglfs "
+                     "platform; no display), one framebuffer object, frames ending in glFinish. GlRenderer: capture "
+                     "into a draw list, then Render (the coverage form, upload, the draw calls); its CPU columns are "
+                     "the medians of those two steps (Render's includes llvmpipe's vertex work, done on the calling "
+                     "thread). QPainter: the equivalent overlay's shapes.")
         lines.append("")
         lines.append("| Figures | GL path | Floor | QPainter GL | QPainter raster | GlRenderer | GlRenderer / QPainter GL "
                      "| Capture CPU | Render CPU | Draw calls |")
