@@ -3,6 +3,7 @@
 #include <Tavrin/FontAtlas.h>
 
 #include "drawlist/ConvexEars.h"
+#include "drawlist/MeshWalk.h"
 
 #include <algorithm>
 #include <cmath>
@@ -50,15 +51,12 @@ public:
     // the half-pixel fringe when smoothed.
     void segment(const Point& a, const Point& b, float width, const Color& c, bool smooth)
     {
-        const float dx = b.x - a.x;
-        const float dy = b.y - a.y;
-        const float length = std::sqrt(dx * dx + dy * dy);
-        if (!(length > 0.0f) || !std::isfinite(length)) {
+        float nx = 0.0f;
+        float ny = 0.0f;
+        if (!drawlist::segmentNormal(a, b, nx, ny)) {
             return;
         }
-        const float nx = -dy / length;
-        const float ny = dx / length;
-        const float half = widthOrOne(width) * 0.5f;
+        const float half = drawlist::atLeastOnePixel(width) * 0.5f;
         const float across = smooth ? half + 0.5f : half;
         const float reach = smooth ? across : kSolidReach;
         const float edge = smooth ? across : 0.0f;
@@ -69,28 +67,18 @@ public:
         quad(m_shapes, a1, b1, b2, a2);
     }
 
-    void lines(const Point* p, std::uint32_t n, float width, const Color& c, bool smooth)
+    void lines(const DrawList::Batch& batch, const Point* p)
     {
-        for (std::uint32_t i = 0; i + 1 < n; i += 2) {
-            segment(p[i], p[i + 1], width, c, smooth);
-        }
-    }
-
-    void strip(const Point* p, std::uint32_t n, bool closed, float width, const Color& c, bool smooth)
-    {
-        for (std::uint32_t i = 0; i + 1 < n; ++i) {
-            segment(p[i], p[i + 1], width, c, smooth);
-        }
-        if (closed && n > 2) {
-            segment(p[n - 1], p[0], width, c, smooth);
-        }
+        drawlist::forEachSegment(batch, p, [&](const Point& a, const Point& b) {
+            segment(a, b, batch.size, batch.color, batch.smooth);
+        });
     }
 
     // Smoothed points are discs: a square reaching half a pixel past the disc, the edge
     // vector measured from the centre. Others are squares of their size.
     void points(const Point* p, std::uint32_t n, float size, bool smooth, const Color& c)
     {
-        const float half = widthOrOne(size) * 0.5f;
+        const float half = drawlist::atLeastOnePixel(size) * 0.5f;
         const float side = smooth ? half + 0.5f : half;
         const float reach = smooth ? side : kSolidReach;
         const float edge = smooth ? side : 0.0f;
@@ -126,28 +114,18 @@ public:
 
     void glyphs(const DrawList::TextRun& run, const char* bytes)
     {
-        const float w = static_cast<float>(DrawList::kGlyphWidth);
-        const float h = static_cast<float>(DrawList::kGlyphHeight);
         const Edge solid{0.0f, 0.0f, kSolidReach};
         for (std::uint32_t i = 0; i < run.length; ++i) {
-            const FontAtlas::Texel cell = FontAtlas::GlyphCell(static_cast<unsigned char>(bytes[i]));
-            const float u0 = static_cast<float>(cell.x) / FontAtlas::kWidth;
-            const float v0 = static_cast<float>(cell.y) / FontAtlas::kHeight;
-            const float u1 = static_cast<float>(cell.x + DrawList::kGlyphWidth) / FontAtlas::kWidth;
-            const float v1 = static_cast<float>(cell.y + DrawList::kGlyphHeight) / FontAtlas::kHeight;
-            const float x = static_cast<float>(run.x) + static_cast<float>(i) * w;
-            const float y = static_cast<float>(run.y);
-            const std::uint32_t topLeft = vertex(Point{x, y}, solid, u0, v0, run.color);
-            const std::uint32_t topRight = vertex(Point{x + w, y}, solid, u1, v0, run.color);
-            const std::uint32_t bottomRight = vertex(Point{x + w, y + h}, solid, u1, v1, run.color);
-            const std::uint32_t bottomLeft = vertex(Point{x, y + h}, solid, u0, v1, run.color);
+            const drawlist::GlyphQuad g = drawlist::glyphQuad(run, i, static_cast<unsigned char>(bytes[i]));
+            const std::uint32_t topLeft = vertex(Point{g.left, g.top}, solid, g.u0, g.v0, run.color);
+            const std::uint32_t topRight = vertex(Point{g.right, g.top}, solid, g.u1, g.v0, run.color);
+            const std::uint32_t bottomRight = vertex(Point{g.right, g.bottom}, solid, g.u1, g.v1, run.color);
+            const std::uint32_t bottomLeft = vertex(Point{g.left, g.bottom}, solid, g.u0, g.v1, run.color);
             quad(m_glyphs, topLeft, topRight, bottomRight, bottomLeft);
         }
     }
 
 private:
-    static float widthOrOne(float size) { return size > 1.0f ? size : 1.0f; }
-
     std::uint32_t vertex(const Point& p, const Edge& e, float u, float v, const Color& c)
     {
         m_vertices[m_vertexCount] = Vertex{p.x, p.y, e.x, e.y, e.reach, u, v, c.r, c.g, c.b, c.a};
@@ -188,26 +166,18 @@ struct Counts {
 Counts countOf(const DrawList::Batch& batch)
 {
     const std::size_t n = batch.count;
-    std::size_t quads = 0;
     switch (batch.primitive) {
     case DrawList::Primitive::Points:
-        quads = n;
-        break;
-    case DrawList::Primitive::Lines:
-        quads = n / 2;
-        break;
-    case DrawList::Primitive::LineStrip:
-        quads = n > 0 ? n - 1 : 0;
-        break;
-    case DrawList::Primitive::LineLoop:
-        quads = n > 0 ? n - 1 + (n > 2 ? 1 : 0) : 0;
-        break;
+        return Counts{4 * n, 6 * n};
     case DrawList::Primitive::Triangles:
         return Counts{n / 3 * 3, n / 3 * 3};
     case DrawList::Primitive::Polygon:
         return n < 3 ? Counts{} : Counts{n, 3 * (n - 2)};
+    default:
+        break;
     }
-    return Counts{4 * quads, 6 * quads};
+    const std::size_t segments = drawlist::segmentCount(batch);
+    return Counts{4 * segments, 6 * segments};
 }
 
 void tessellateBatch(Writer& out, const DrawList::Batch& batch, const Point* p)
@@ -217,13 +187,9 @@ void tessellateBatch(Writer& out, const DrawList::Batch& batch, const Point* p)
         out.points(p, batch.count, batch.size, batch.smooth, batch.color);
         break;
     case DrawList::Primitive::Lines:
-        out.lines(p, batch.count, batch.size, batch.color, batch.smooth);
-        break;
     case DrawList::Primitive::LineStrip:
-        out.strip(p, batch.count, false, batch.size, batch.color, batch.smooth);
-        break;
     case DrawList::Primitive::LineLoop:
-        out.strip(p, batch.count, true, batch.size, batch.color, batch.smooth);
+        out.lines(batch, p);
         break;
     case DrawList::Primitive::Triangles:
         out.triangles(p, batch.count, batch.color);
@@ -232,19 +198,6 @@ void tessellateBatch(Writer& out, const DrawList::Batch& batch, const Point* p)
         out.convexPolygon(p, batch.count, batch.color);
         break;
     }
-}
-
-// Usable pieces of a list: inside its arrays (a list holds finite vertices only).
-bool batchUsable(const DrawList& list, const DrawList::Batch& batch)
-{
-    const std::size_t points = list.Vertices().size();
-    return batch.first <= points && batch.count <= points - batch.first;
-}
-
-bool runUsable(const DrawList& list, const DrawList::TextRun& run)
-{
-    const std::size_t bytes = list.TextBytes().size();
-    return run.first <= bytes && run.length <= bytes - run.first;
 }
 
 struct Box {
@@ -323,7 +276,7 @@ bool CoverageMesh::glyphsCanGoLast(const DrawList& list)
     bool any = false;
     Box region{0.0f, 0.0f, 0.0f, 0.0f};
     for (const DrawList::TextRun& run : list.TextRuns()) {
-        if (!runUsable(list, run) || run.before >= batches.size()) {
+        if (!drawlist::runInside(list, run) || run.before >= batches.size()) {
             continue;
         }
         const Box box = runBox(run);
@@ -346,7 +299,7 @@ bool CoverageMesh::glyphsCanGoLast(const DrawList& list)
     std::size_t c0 = 0, r0 = 0, c1 = 0, r1 = 0;
     for (std::size_t b = 0; b < batches.size(); ++b) {
         const DrawList::Batch& batch = batches[b];
-        if (batch.count == 0 || !batchUsable(list, batch) ||
+        if (batch.count == 0 || !drawlist::batchInside(list, batch) ||
             !grid.span(batchBox(batch, list.Vertices().data() + batch.first), c0, r0, c1, r1)) {
             continue;
         }
@@ -357,7 +310,7 @@ bool CoverageMesh::glyphsCanGoLast(const DrawList& list)
         }
     }
     for (const DrawList::TextRun& run : list.TextRuns()) {
-        if (!runUsable(list, run) || !grid.span(runBox(run), c0, r0, c1, r1)) {
+        if (!drawlist::runInside(list, run) || !grid.span(runBox(run), c0, r0, c1, r1)) {
             continue;
         }
         for (std::size_t r = r0; r <= r1; ++r) {
@@ -374,21 +327,17 @@ bool CoverageMesh::glyphsCanGoLast(const DrawList& list)
 void CoverageMesh::Build(const DrawList& list)
 {
     Clear();
-    const std::vector<Point>& points = list.Vertices();
-    const std::vector<char>& bytes = list.TextBytes();
-    const std::vector<DrawList::Batch>& batches = list.Batches();
-    const std::vector<DrawList::TextRun>& runs = list.TextRuns();
     Counts shapes;
-    for (const DrawList::Batch& batch : batches) {
-        if (batchUsable(list, batch)) {
+    for (const DrawList::Batch& batch : list.Batches()) {
+        if (drawlist::batchInside(list, batch)) {
             const Counts c = countOf(batch);
             shapes.vertices += c.vertices;
             shapes.indices += c.indices;
         }
     }
     Counts glyphs;
-    for (const DrawList::TextRun& run : runs) {
-        if (runUsable(list, run)) {
+    for (const DrawList::TextRun& run : list.TextRuns()) {
+        if (drawlist::runInside(list, run)) {
             glyphs.vertices += 4 * std::size_t{run.length};
             glyphs.indices += 6 * std::size_t{run.length};
         }
@@ -405,21 +354,15 @@ void CoverageMesh::Build(const DrawList& list)
         IndexSink shapeSink{m_indices.data(), 0};
         IndexSink glyphSink{m_glyphIndices.data(), 0};
         Writer out(m_vertices.data(), shapeSink, glyphsLast ? glyphSink : shapeSink);
-        // Batches and text runs in the order the OpenGL frame draws them; the first glyph
-        // ends the shapes-only part when the glyphs keep that order.
+        // When the glyphs keep the list's order, the first one ends the shapes-only part.
         std::size_t firstGlyph = std::numeric_limits<std::size_t>::max();
-        std::size_t r = 0;
-        for (std::size_t b = 0; b <= batches.size(); ++b) {
-            for (; r < runs.size() && (runs[r].before <= b || b == batches.size()); ++r) {
-                if (runUsable(list, runs[r])) {
-                    firstGlyph = std::min(firstGlyph, shapeSink.count);
-                    out.glyphs(runs[r], bytes.data() + runs[r].first);
-                }
-            }
-            if (b < batches.size() && batchUsable(list, batches[b])) {
-                tessellateBatch(out, batches[b], points.data() + batches[b].first);
-            }
-        }
+        drawlist::forEachInDrawingOrder(
+            list,
+            [&](const DrawList::TextRun& run, const char* bytes) {
+                firstGlyph = std::min(firstGlyph, shapeSink.count);
+                out.glyphs(run, bytes);
+            },
+            [&out](const DrawList::Batch& batch, const Point* p) { tessellateBatch(out, batch, p); });
         m_shapeIndexCount = glyphsLast ? shapeSink.count : std::min(firstGlyph, shapeSink.count);
         std::copy(m_glyphIndices.begin(), m_glyphIndices.begin() + static_cast<std::ptrdiff_t>(glyphSink.count),
                   m_indices.begin() + static_cast<std::ptrdiff_t>(shapeSink.count));

@@ -3,6 +3,7 @@
 #include <Tavrin/FontAtlas.h>
 
 #include "drawlist/ConvexEars.h"
+#include "drawlist/MeshWalk.h"
 
 #include <cmath>
 #include <exception>
@@ -113,15 +114,12 @@ public:
     // One wide segment as GL draws it: a quad across its ends, `width` pixels wide.
     void segment(const Point& a, const Point& b, float width, const Color& c, bool antialias)
     {
-        const float dx = b.x - a.x;
-        const float dy = b.y - a.y;
-        const float length = std::sqrt(dx * dx + dy * dy);
-        if (!(length > 0.0f) || !std::isfinite(length)) {
+        float nx = 0.0f;
+        float ny = 0.0f;
+        if (!drawlist::segmentNormal(a, b, nx, ny)) {
             return;
         }
-        const float nx = -dy / length;
-        const float ny = dx / length;
-        const float half = (width > 1.0f ? width : 1.0f) * 0.5f;
+        const float half = drawlist::atLeastOnePixel(width) * 0.5f;
         const float core = antialias ? (half > 0.5f ? half - 0.5f : 0.0f) : half;
         const std::uint32_t a1 = vertex(offset(a, nx, ny, core), c, c.a);
         const std::uint32_t b1 = vertex(offset(b, nx, ny, core), c, c.a);
@@ -139,26 +137,16 @@ public:
         }
     }
 
-    void lines(const Point* p, std::uint32_t n, float width, const Color& c, bool antialias)
+    void lines(const DrawList::Batch& batch, const Point* p, bool antialias)
     {
-        for (std::uint32_t i = 0; i + 1 < n; i += 2) {
-            segment(p[i], p[i + 1], width, c, antialias);
-        }
-    }
-
-    void strip(const Point* p, std::uint32_t n, bool closed, float width, const Color& c, bool antialias)
-    {
-        for (std::uint32_t i = 0; i + 1 < n; ++i) {
-            segment(p[i], p[i + 1], width, c, antialias);
-        }
-        if (closed && n > 2) {
-            segment(p[n - 1], p[0], width, c, antialias);
-        }
+        drawlist::forEachSegment(batch, p, [&](const Point& a, const Point& b) {
+            segment(a, b, batch.size, batch.color, antialias);
+        });
     }
 
     void points(const Point* p, std::uint32_t n, float size, bool round, const Color& c, bool antialias)
     {
-        const float half = (size > 1.0f ? size : 1.0f) * 0.5f;
+        const float half = drawlist::atLeastOnePixel(size) * 0.5f;
         for (std::uint32_t i = 0; i < n; ++i) {
             if (round) {
                 disc(p[i], half, c, antialias);
@@ -220,20 +208,13 @@ public:
 
     void glyphs(const DrawList::TextRun& run, const char* bytes)
     {
-        const float w = static_cast<float>(DrawList::kGlyphWidth);
-        const float h = static_cast<float>(DrawList::kGlyphHeight);
         for (std::uint32_t i = 0; i < run.length; ++i) {
-            const FontAtlas::Texel cell = FontAtlas::GlyphCell(static_cast<unsigned char>(bytes[i]));
-            const float u0 = static_cast<float>(cell.x) / FontAtlas::kWidth;
-            const float v0 = static_cast<float>(cell.y) / FontAtlas::kHeight;
-            const float u1 = static_cast<float>(cell.x + DrawList::kGlyphWidth) / FontAtlas::kWidth;
-            const float v1 = static_cast<float>(cell.y + DrawList::kGlyphHeight) / FontAtlas::kHeight;
-            const float x = static_cast<float>(run.x) + static_cast<float>(i) * w;
-            const float y = static_cast<float>(run.y);
-            const std::uint32_t topLeft = texturedVertex(Point{x, y}, u0, v0, run.color, run.color.a);
-            const std::uint32_t topRight = texturedVertex(Point{x + w, y}, u1, v0, run.color, run.color.a);
-            const std::uint32_t bottomRight = texturedVertex(Point{x + w, y + h}, u1, v1, run.color, run.color.a);
-            const std::uint32_t bottomLeft = texturedVertex(Point{x, y + h}, u0, v1, run.color, run.color.a);
+            const drawlist::GlyphQuad g = drawlist::glyphQuad(run, i, static_cast<unsigned char>(bytes[i]));
+            const std::uint8_t a = run.color.a;
+            const std::uint32_t topLeft = texturedVertex(Point{g.left, g.top}, g.u0, g.v0, run.color, a);
+            const std::uint32_t topRight = texturedVertex(Point{g.right, g.top}, g.u1, g.v0, run.color, a);
+            const std::uint32_t bottomRight = texturedVertex(Point{g.right, g.bottom}, g.u1, g.v1, run.color, a);
+            const std::uint32_t bottomLeft = texturedVertex(Point{g.left, g.bottom}, g.u0, g.v1, run.color, a);
             quad(topLeft, topRight, bottomRight, bottomLeft);
         }
     }
@@ -256,29 +237,22 @@ struct Counts {
 Counts countOf(const DrawList::Batch& batch, bool fringe)
 {
     const std::size_t n = batch.count;
-    std::size_t segments = 0;
     switch (batch.primitive) {
     case DrawList::Primitive::Points: {
         if (!batch.smooth) {
             return Counts{4 * n, 6 * n};
         }
-        const auto rim = static_cast<std::size_t>(discSegmentsFor(batch.size > 1.0f ? batch.size : 1.0f));
+        const auto rim = static_cast<std::size_t>(discSegmentsFor(drawlist::atLeastOnePixel(batch.size)));
         return Counts{n * (1 + rim * (fringe ? 2 : 1)), n * rim * (fringe ? 9 : 3)};
     }
-    case DrawList::Primitive::Lines:
-        segments = n / 2;
-        break;
-    case DrawList::Primitive::LineStrip:
-        segments = n > 0 ? n - 1 : 0;
-        break;
-    case DrawList::Primitive::LineLoop:
-        segments = n > 0 ? n - 1 + (n > 2 ? 1 : 0) : 0;
-        break;
     case DrawList::Primitive::Triangles:
         return Counts{n / 3 * 3, n / 3 * 3};
     case DrawList::Primitive::Polygon:
         return n < 3 ? Counts{} : Counts{n, 3 * (n - 2)};
+    default:
+        break;
     }
+    const std::size_t segments = drawlist::segmentCount(batch);
     return fringe ? Counts{8 * segments, 18 * segments} : Counts{4 * segments, 6 * segments};
 }
 
@@ -298,13 +272,9 @@ void tessellateBatch(MeshWriter& out, const DrawList::Batch& batch, const Point*
         out.points(p, batch.count, batch.size, batch.smooth, batch.color, fringe);
         break;
     case DrawList::Primitive::Lines:
-        out.lines(p, batch.count, batch.size, batch.color, fringe);
-        break;
     case DrawList::Primitive::LineStrip:
-        out.strip(p, batch.count, false, batch.size, batch.color, fringe);
-        break;
     case DrawList::Primitive::LineLoop:
-        out.strip(p, batch.count, true, batch.size, batch.color, fringe);
+        out.lines(batch, p, fringe);
         break;
     case DrawList::Primitive::Triangles:
         out.triangles(p, batch.count, batch.color);
@@ -326,29 +296,17 @@ void TriangleMesh::Clear()
 void TriangleMesh::Build(const DrawList& list, bool antialias)
 {
     Clear();
-    const std::vector<Point>& points = list.Vertices();
-    const std::vector<char>& bytes = list.TextBytes();
-    const std::vector<DrawList::Batch>& batches = list.Batches();
-    const std::vector<DrawList::TextRun>& runs = list.TextRuns();
-    // A list holds finite vertices only (the capture leaves out any batch that would not
-    // be), so a batch is usable when it lies inside the list.
-    auto batchUsable = [&points](const DrawList::Batch& batch) {
-        return batch.first <= points.size() && batch.count <= points.size() - batch.first;
-    };
-    auto runUsable = [&bytes](const DrawList::TextRun& run) {
-        return run.first <= bytes.size() && run.length <= bytes.size() - run.first;
-    };
     // Sized once for the whole frame, then written in place.
     Counts total;
-    for (const DrawList::Batch& batch : batches) {
-        if (batchUsable(batch)) {
+    for (const DrawList::Batch& batch : list.Batches()) {
+        if (drawlist::batchInside(list, batch)) {
             const Counts c = countOf(batch, antialias && batch.smooth && !isFill(batch));
             total.vertices += c.vertices;
             total.indices += c.indices;
         }
     }
-    for (const DrawList::TextRun& run : runs) {
-        if (runUsable(run)) {
+    for (const DrawList::TextRun& run : list.TextRuns()) {
+        if (drawlist::runInside(list, run)) {
             total.vertices += 4 * std::size_t{run.length};
             total.indices += 6 * std::size_t{run.length};
         }
@@ -366,18 +324,9 @@ void TriangleMesh::Build(const DrawList& list, bool antialias)
         return;
     }
     MeshWriter out(m_vertices.data(), m_indices.data());
-    // Batches and text runs in the order the OpenGL frame draws them.
-    std::size_t r = 0;
-    for (std::size_t b = 0; b <= batches.size(); ++b) {
-        for (; r < runs.size() && (runs[r].before <= b || b == batches.size()); ++r) {
-            if (runUsable(runs[r])) {
-                out.glyphs(runs[r], bytes.data() + runs[r].first);
-            }
-        }
-        if (b < batches.size() && batchUsable(batches[b])) {
-            tessellateBatch(out, batches[b], points.data() + batches[b].first, antialias);
-        }
-    }
+    drawlist::forEachInDrawingOrder(
+        list, [&out](const DrawList::TextRun& run, const char* bytes) { out.glyphs(run, bytes); },
+        [&out, antialias](const DrawList::Batch& batch, const Point* p) { tessellateBatch(out, batch, p, antialias); });
     m_vertices.resize(out.vertexCount());
     m_indices.resize(out.indexCount());
 }
