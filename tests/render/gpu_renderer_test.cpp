@@ -145,7 +145,7 @@ struct HostGl {
     }
 };
 
-TEST(GlRenderer, LeavesTheHostStateAsItFoundItAndDrawsInOneCall)
+TEST(GlRenderer, LeavesTheHostStateAsItFoundItWithOneDrawCallOrTwo)
 {
     Tavrin::offscreen::QtOffscreenGl gl;
     ASSERT_TRUE(gl.create(Tavrin::offscreen::GlProfile::Core33)) << gl.error();
@@ -169,6 +169,21 @@ TEST(GlRenderer, LeavesTheHostStateAsItFoundItAndDrawsInOneCall)
     }
     renderer.Render(list, 64, 64);
     EXPECT_EQ(renderer.LastDrawCalls(), 1);
+    host.expectIntact(f);
+    // With text: the shapes' program, then the glyphs'.
+    Tavrin::TextRendering::SetEnabled(true);
+    tagTAVRIN_POINT corner{0.2f, 0.2f};
+    Tavrin::Label label(&corner, 1);
+    char text[] = "Gate";
+    label.SetText(text);
+    {
+        Tavrin::DrawListScope scope(list);
+        label.Draw(nullptr, 64, 64, true);
+    }
+    Tavrin::TextRendering::SetEnabled(false);
+    ASSERT_FALSE(list.TextRuns().empty());
+    renderer.Render(list, 64, 64);
+    EXPECT_EQ(renderer.LastDrawCalls(), 2);
     host.expectIntact(f);
     renderer.Render(Tavrin::DrawList(), 64, 64);
     EXPECT_EQ(renderer.LastDrawCalls(), 0);
