@@ -43,7 +43,6 @@ void main()
 const char kShapeFragmentShader[] = R"(
 in vec2 edgeVector;
 flat in float edgeReach;
-in vec2 atlasTexel;
 in vec4 vertexColour;
 out vec4 fragment;
 void main()
@@ -191,13 +190,11 @@ struct GlRenderer::State {
         return shader;
     }
 
-    bool link(QOpenGLExtraFunctions& f, const char* fragmentBody, Program& program) const
+    // `vertex` and a fragment shader of `fragmentBody` linked into `program`.
+    bool link(QOpenGLExtraFunctions& f, GLuint vertex, const char* fragmentBody, Program& program) const
     {
-        const GLuint vertex = compile(f, GL_VERTEX_SHADER, kVertexShader);
         const GLuint fragment = compile(f, GL_FRAGMENT_SHADER, fragmentBody);
-        if (vertex == 0 || fragment == 0) {
-            f.glDeleteShader(vertex);
-            f.glDeleteShader(fragment);
+        if (fragment == 0) {
             return false;
         }
         program.name = f.glCreateProgram();
@@ -209,7 +206,6 @@ struct GlRenderer::State {
         f.glBindAttribLocation(program.name, kTexel, "texel");
         f.glBindAttribLocation(program.name, kColour, "colour");
         f.glLinkProgram(program.name);
-        f.glDeleteShader(vertex);
         f.glDeleteShader(fragment);
         GLint ok = GL_FALSE;
         f.glGetProgramiv(program.name, GL_LINK_STATUS, &ok);
@@ -218,9 +214,17 @@ struct GlRenderer::State {
         return ok == GL_TRUE;
     }
 
+    // Both programs share one vertex shader, compiled once.
     bool buildPrograms(QOpenGLExtraFunctions& f)
     {
-        return link(f, kShapeFragmentShader, shapes) && link(f, kGlyphFragmentShader, glyphs);
+        const GLuint vertex = compile(f, GL_VERTEX_SHADER, kVertexShader);
+        if (vertex == 0) {
+            return false;
+        }
+        const bool linked =
+            link(f, vertex, kShapeFragmentShader, shapes) && link(f, vertex, kGlyphFragmentShader, glyphs);
+        f.glDeleteShader(vertex);
+        return linked;
     }
 
     // The font atlas as one 8-bit texture, sampled texel for texel.

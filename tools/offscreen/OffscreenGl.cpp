@@ -73,7 +73,7 @@ OffscreenGl::~OffscreenGl()
     }
 }
 
-bool OffscreenGl::fail(const char* why)
+bool OffscreenGl::fail(const std::string& why)
 {
     m_error = why;
     return false;
@@ -95,8 +95,7 @@ bool OffscreenGl::create(int width, int height, GlProfile profile)
     m_profile = profile;
     const ProfileRequest request = requestFor(profile);
     if (!eglBindAPI(request.api)) {
-        m_error = std::string("EGL cannot bind the API of ") + request.name + " context";
-        return false;
+        return fail(std::string("EGL cannot bind the API of ") + request.name + " context");
     }
     const EGLint configAttribs[] = {EGL_SURFACE_TYPE, EGL_PBUFFER_BIT, EGL_RENDERABLE_TYPE, request.renderable,
                                     EGL_RED_SIZE, 8, EGL_GREEN_SIZE, 8, EGL_BLUE_SIZE, 8, EGL_ALPHA_SIZE, 8,
@@ -104,8 +103,7 @@ bool OffscreenGl::create(int width, int height, GlProfile profile)
     EGLConfig config = nullptr;
     EGLint configs = 0;
     if (!eglChooseConfig(display, configAttribs, &config, 1, &configs) || configs < 1) {
-        m_error = std::string("no RGBA8 pbuffer config for ") + request.name + " context";
-        return false;
+        return fail(std::string("no RGBA8 pbuffer config for ") + request.name + " context");
     }
     const EGLint surfaceAttribs[] = {EGL_WIDTH, width, EGL_HEIGHT, height, EGL_NONE};
     EGLSurface surface = eglCreatePbufferSurface(display, config, surfaceAttribs);
@@ -115,8 +113,7 @@ bool OffscreenGl::create(int width, int height, GlProfile profile)
     m_surface = surface;
     EGLContext context = eglCreateContext(display, config, EGL_NO_CONTEXT, request.contextAttribs);
     if (context == EGL_NO_CONTEXT) {
-        m_error = std::string("cannot create ") + request.name + " context";
-        return false;
+        return fail(std::string("cannot create ") + request.name + " context");
     }
     m_context = context;
     if (!eglMakeCurrent(display, surface, surface, context)) {

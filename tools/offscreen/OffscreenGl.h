@@ -53,7 +53,7 @@ public:
     std::uint32_t pixel(int x, int y) const;
 
 private:
-    bool fail(const char* why);
+    bool fail(const std::string& why);
 
     void* m_display = nullptr;
     void* m_surface = nullptr;
